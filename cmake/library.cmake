@@ -1,0 +1,6 @@
+# The library that ships. It is linked against nothing of the platform: like on the phone, the loader finds its symbols.
+file(GLOB library_sources CONFIGURE_DEPENDS core/*.cpp lockscreen/*.cpp text/*.cpp)
+
+add_library(Solvane MODULE ${library_sources})
+target_link_libraries(Solvane PRIVATE platform)
+set_target_properties(Solvane PROPERTIES PREFIX "" SUFFIX ".dylib")

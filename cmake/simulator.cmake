@@ -1,0 +1,25 @@
+# The phone on a desk: a SpringBoard process that libraries are injected into, and the tool that posts notifications to it.
+file(GLOB simulator_sources CONFIGURE_DEPENDS
+    simulator/runtime/*.cpp simulator/foundation/*.cpp simulator/graphics/*.cpp simulator/quartzcore/*.cpp
+    simulator/uikit/*.cpp simulator/springboard/*.cpp simulator/services/*.cpp)
+file(GLOB console_sources CONFIGURE_DEPENDS simulator/console/*.cpp)
+
+# An object library, so that every entry point of the platform is in each process that links it.
+add_library(simulator OBJECT ${simulator_sources})
+target_link_libraries(simulator PUBLIC platform PkgConfig::pango ${CMAKE_DL_LIBS})
+# Classes are looked up by name, so the linker sees no use of Foundation.
+target_link_options(simulator PUBLIC -Wl,--no-as-needed)
+target_link_libraries(simulator PUBLIC gnustep-base objc)
+
+add_executable(springboard ${console_sources})
+target_link_libraries(springboard PRIVATE simulator nlohmann_json::nlohmann_json)
+set_target_properties(springboard PROPERTIES ENABLE_EXPORTS ON)
+target_compile_definitions(springboard PRIVATE SOLVANE_VERSION="${PROJECT_VERSION}")
+configure_file(simulator/console/scene.txt share/scene.txt COPYONLY)
+
+add_executable(notifypost simulator/services/notifypost/main.cpp)
+target_link_libraries(notifypost PRIVATE simulator)
+
+add_library(NowPlayingArtLockScreen MODULE simulator/springboard/plugins/NowPlayingArtLockScreen.cpp)
+target_link_libraries(NowPlayingArtLockScreen PRIVATE platform)
+set_target_properties(NowPlayingArtLockScreen PROPERTIES PREFIX "" SUFFIX "")

@@ -1,0 +1,5 @@
+#pragma once
+
+/// A colour of Core Graphics.
+class CGColor;
+using CGColorRef = CGColor*;

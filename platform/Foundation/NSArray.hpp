@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/Foundation/NSObject.hpp"
+
+/// An immutable list.
+class NSArray : public NSObject {
+public:
+    static NSArray* arrayWithObjects_count(const id* objects, NSUInteger count)
+    {
+        return send<"arrayWithObjects:count:", NSArray*>(classNamed<"NSArray">(), objects, count);
+    }
+
+    NSUInteger count() { return send<"count", NSUInteger>(this); }
+    /// An index out of range raises NSRangeException.
+    id objectAtIndex(NSUInteger index) { return send<"objectAtIndex:", id>(this, index); }
+};
+
+/// A list that can change.
+class NSMutableArray : public NSArray {
+public:
+    static NSMutableArray* alloc() { return send<"alloc", NSMutableArray*>(classNamed<"NSMutableArray">()); }
+    NSMutableArray* init() { return send<"init", NSMutableArray*>(this); }
+    void addObject(id object) { send<"addObject:">(this, object); }
+    void removeAllObjects() { send<"removeAllObjects">(this); }
+};

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/runtime/send.hpp"
+
+class NSString;
+
+/// The root class.
+class NSObject {
+public:
+    NSObject* init() { return send<"init", NSObject*>(this); }
+    bool isKindOfClass(Class cls) { return send<"isKindOfClass:", BOOL>(this, cls) != NO; }
+    bool respondsToSelector(SEL selector) { return send<"respondsToSelector:", BOOL>(this, selector) != NO; }
+    bool isEqual(NSObject* other) { return send<"isEqual:", BOOL>(this, other) != NO; }
+    NSUInteger hash() { return send<"hash", NSUInteger>(this); }
+    NSString* description() { return send<"description", NSString*>(this); }
+};

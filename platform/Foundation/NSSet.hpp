@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/Foundation/NSObject.hpp"
+
+/// An immutable set.
+class NSSet : public NSObject {
+public:
+    static NSSet* setWithObject(id object) { return send<"setWithObject:", NSSet*>(classNamed<"NSSet">(), object); }
+    id anyObject() { return send<"anyObject", id>(this); }
+};

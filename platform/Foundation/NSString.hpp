@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/Foundation/NSObject.hpp"
+#include "platform/runtime/Owned.hpp"
+
+/// An immutable text.
+class NSString : public NSObject {
+public:
+    static NSString* alloc() { return send<"alloc", NSString*>(classNamed<"NSString">()); }
+    /// UTF-8 that is not valid gives nil.
+    NSString* initWithUTF8String(const char* text) { return send<"initWithUTF8String:", NSString*>(this, text); }
+    static NSString* stringWithUTF8String(const char* text)
+    {
+        return send<"stringWithUTF8String:", NSString*>(classNamed<"NSString">(), text);
+    }
+    /// The arguments must have the types that the format names ("String Format Specifiers", Foundation); %@ of nil prints "(null)".
+    template <class... Arguments>
+    static NSString* stringWithFormat(NSString* format, Arguments... arguments)
+    {
+        return sendVariadic<"stringWithFormat:", NSString*>(classNamed<"NSString">(), format, arguments...);
+    }
+
+    const char* UTF8String() { return send<"UTF8String", const char*>(this); }
+    NSUInteger length() { return send<"length", NSUInteger>(this); }
+    unichar characterAtIndex(NSUInteger index) { return send<"characterAtIndex:", unichar>(this, index); }
+    bool isEqualToString(NSString* other) { return send<"isEqualToString:", BOOL>(this, other) != NO; }
+    /// The number that the text begins with; 0 when it begins with none.
+    int intValue() { return send<"intValue", int>(this); }
+    float floatValue() { return send<"floatValue", float>(this); }
+};
+
+/// The constant string of that text (UTF-8). It is made at its first use and never freed.
+template <FixedString Text>
+inline NSString* constantString()
+{
+    static constinit NSString* made = nullptr;
+    if (made == nullptr) [[unlikely]]
+        made = NSString::alloc()->initWithUTF8String(Text.text);
+    return made;
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Foundation/NSString.hpp"
+#include "platform/UIKit/UIImage.hpp"
+
+/// SpringBoard's private classes for the installed applications and their icons.
+
+class SBApplication : public NSObject {
+public:
+    NSString* bundleIdentifier() { return send<"bundleIdentifier", NSString*>(this); }
+    NSString* displayName() { return send<"displayName", NSString*>(this); }
+};
+
+class SBApplicationController : public NSObject {
+public:
+    static SBApplicationController* sharedInstance()
+    {
+        return send<"sharedInstance", SBApplicationController*>(classNamed<"SBApplicationController">());
+    }
+    /// Nil when no such application is installed.
+    SBApplication* applicationWithBundleIdentifier(NSString* identifier)
+    {
+        return send<"applicationWithBundleIdentifier:", SBApplication*>(this, identifier);
+    }
+};
+
+class SBApplicationIcon : public NSObject {
+public:
+    static SBApplicationIcon* alloc() { return send<"alloc", SBApplicationIcon*>(classNamed<"SBApplicationIcon">()); }
+    SBApplicationIcon* initWithApplication(SBApplication* application)
+    {
+        return send<"initWithApplication:", SBApplicationIcon*>(this, application);
+    }
+    /// In one of SpringBoard's own image formats.
+    UIImage* generateIconImage(int format) { return send<"generateIconImage:", UIImage*>(this, format); }
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/Foundation/NSString.hpp"
+#include "platform/UIKit/UIFont.hpp"
+#include "platform/UIKit/UIView.hpp"
+
+enum NSTextAlignment : NSInteger {
+    NSTextAlignmentLeft = 0,
+    NSTextAlignmentCenter = 1,
+    NSTextAlignmentRight = 2,
+};
+
+/// A view that shows one or more lines of text.
+class UILabel : public UIView {
+public:
+    static UILabel* alloc() { return send<"alloc", UILabel*>(classNamed<"UILabel">()); }
+    UILabel* initWithFrame(CGRect frame) { return send<"initWithFrame:", UILabel*>(this, frame); }
+
+    NSString* text() { return send<"text", NSString*>(this); }
+    void setText(NSString* text) { send<"setText:">(this, text); }
+    UIFont* font() { return send<"font", UIFont*>(this); }
+    void setFont(UIFont* font) { send<"setFont:">(this, font); }
+    void setTextColor(UIColor* color) { send<"setTextColor:">(this, color); }
+    void setTextAlignment(NSTextAlignment alignment) { send<"setTextAlignment:">(this, alignment); }
+    /// 0 is as many as fit.
+    void setNumberOfLines(NSInteger lines) { send<"setNumberOfLines:">(this, lines); }
+    void setAdjustsFontSizeToFitWidth(bool adjusts) { send<"setAdjustsFontSizeToFitWidth:">(this, BOOL{adjusts}); }
+    /// The smallest share of its size, from 0 to 1, to which the font shrinks so that the text fits.
+    void setMinimumScaleFactor(CGFloat factor) { send<"setMinimumScaleFactor:">(this, factor); }
+};

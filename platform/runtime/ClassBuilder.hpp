@@ -1,0 +1,147 @@
+#pragma once
+
+#include <bit>
+
+#include "platform/runtime/Encoding.hpp"
+#include "platform/runtime/Strong.hpp"
+#include "platform/runtime/Weak.hpp"
+#include "platform/runtime/send.hpp"
+
+/// What is known of a class of ours once it is registered. `Ivars` is the struct of its instance variables, one type per class.
+template <class Ivars>
+struct ClassRecord {
+    struct OwnedIvar {
+        std::ptrdiff_t offset;
+        bool isWeak;
+    };
+    static constexpr std::size_t mostOwned = 16;
+
+    static inline constinit Class object = nullptr;
+    static inline constinit Class superclass = nullptr;
+    static inline constinit std::ptrdiff_t ivarsOffset = 0;
+    static inline constinit OwnedIvar owned[mostOwned]{};
+    static inline constinit std::size_t ownedCount = 0;
+};
+
+/// The instance variables of an object whose class declared them as `Ivars`.
+template <class Ivars, class Receiver>
+inline Ivars& ivarsOf(Receiver* self)
+{
+    return *reinterpret_cast<Ivars*>(reinterpret_cast<char*>(self) + ClassRecord<Ivars>::ivarsOffset);
+}
+
+/// Describes a class of ours to the runtime, once, from top to bottom: name, superclass, instance variables by name in the
+/// order of the struct, methods by selector. The class gets a dealloc that lets go of its strong and weak instance
+/// variables in the reverse of their order, so a class that declares such variables has no dealloc of its own.
+template <class Ivars>
+class ClassBuilder {
+public:
+    using Record = ClassRecord<Ivars>;
+
+    /// A superclass that is not loaded gives a root class, which is of no use: ask for it first.
+    ClassBuilder(const char* name, const char* superclass)
+    {
+        Record::superclass = objc_getClass(superclass);
+        cls_ = objc_allocateClassPair(Record::superclass, name, 0);
+    }
+
+    /// An instance variable. They must come in the order of the struct, all of them, and the first must be as strictly
+    /// aligned as any other: then the struct lies over them in every object.
+    template <auto Member>
+    ClassBuilder& ivar(const char* name)
+    {
+        addIvar(name, Member);
+        return *this;
+    }
+
+    template <FixedString Name, class Result, class Self, class... Arguments>
+    ClassBuilder& method(Result (*implementation)(Self*, SEL, Arguments...))
+    {
+        class_addMethod(cls_, selector<Name>(), reinterpret_cast<IMP>(implementation), methodEncoding<Result, Arguments...>.text);
+        return *this;
+    }
+
+    template <FixedString Name, class Result, class... Arguments>
+    ClassBuilder& classMethod(Result (*implementation)(Class, SEL, Arguments...))
+    {
+        class_addMethod(object_getClass(reinterpret_cast<id>(cls_)), selector<Name>(), reinterpret_cast<IMP>(implementation),
+                        methodEncoding<Result, Arguments...>.text);
+        return *this;
+    }
+
+    /// Makes the class known to the runtime.
+    Class registerClass()
+    {
+        if (Record::ownedCount != 0)
+            method<"dealloc">(&dealloc);
+        objc_registerClassPair(cls_);
+        Record::object = cls_;
+        if (firstIvar_ != nullptr)
+            Record::ivarsOffset = ivar_getOffset(class_getInstanceVariable(cls_, firstIvar_));
+        return cls_;
+    }
+
+protected:
+    Class cls() const { return cls_; }
+
+    void addIvarBlock(const char* name, std::size_t size, std::size_t alignment, const char* types)
+    {
+        class_addIvar(cls_, name, size, static_cast<std::uint8_t>(std::countr_zero(alignment)), types);
+        if (firstIvar_ == nullptr)
+            firstIvar_ = name;
+    }
+
+private:
+    template <class T>
+    void addIvar(const char* name, T Ivars::*member)
+    {
+        addIvarBlock(name, sizeof(T), alignof(T), encode<T>().text);
+        own(member);
+    }
+
+    template <class T>
+    void own(Strong<T> Ivars::*member)
+    {
+        own(offsetOf(member), false);
+    }
+    template <class T>
+    void own(Weak<T> Ivars::*member)
+    {
+        own(offsetOf(member), true);
+    }
+    template <class T>
+    void own(T Ivars::*)
+    {
+    }
+    void own(std::ptrdiff_t offset, bool isWeak) { Record::owned[Record::ownedCount++] = {offset, isWeak}; }
+
+    template <class T>
+    static std::ptrdiff_t offsetOf(T Ivars::*member)
+    {
+        const Ivars probe{};
+        return reinterpret_cast<const char*>(&(probe.*member)) - reinterpret_cast<const char*>(&probe);
+    }
+
+    static void dealloc(NSObject* self, SEL)
+    {
+        char* const ivars = reinterpret_cast<char*>(&ivarsOf<Ivars>(self));
+        for (std::size_t i = Record::ownedCount; i-- > 0;) {
+            const auto slot = reinterpret_cast<id*>(ivars + Record::owned[i].offset);
+            if (Record::owned[i].isWeak)
+                objc_destroyWeak(slot);
+            else
+                objc_release(*slot);
+        }
+        sendSuper<"dealloc">(Record::superclass, self);
+    }
+
+    Class cls_;
+    const char* firstIvar_ = nullptr;
+};
+
+/// Sends a message to `super` from a method of the class that declared `Ivars`.
+template <class Ivars, FixedString Name, class Result = void, class Receiver, class... Arguments>
+inline Result superOf(Receiver* self, Arguments... arguments)
+{
+    return sendSuper<Name, Result>(ClassRecord<Ivars>::superclass, self, arguments...);
+}

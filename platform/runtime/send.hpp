@@ -1,0 +1,138 @@
+#pragma once
+
+#include <type_traits>
+
+#include "platform/runtime/FixedString.hpp"
+#include "platform/runtime/objc.hpp"
+
+/// One message send, typed. This file alone knows how each runtime dispatches and how a result comes back.
+
+struct objc_super {
+    id receiver;
+    Class superclass;
+};
+
+extern "C" {
+#if defined(__APPLE__)
+void objc_msgSend();
+void objc_msgSendSuper();
+#if !defined(__arm64__)
+void objc_msgSend_stret();
+void objc_msgSendSuper_stret();
+#endif
+#else
+IMP objc_msg_lookup(id receiver, SEL selector);
+IMP objc_msg_lookup_super(objc_super* receiver, SEL selector);
+#endif
+}
+
+/// The selector of that name. It is registered with the runtime at its first use.
+template <FixedString Name>
+inline SEL selector()
+{
+    static constinit SEL registered = nullptr;
+    if (registered == nullptr) [[unlikely]]
+        registered = sel_registerName(Name.text);
+    return registered;
+}
+
+/// The class of that name, looked up at its first use and kept; as long as there is none, each use looks again.
+template <FixedString Name>
+inline Class classNamed()
+{
+    static constinit Class found = nullptr;
+    if (found == nullptr) [[unlikely]]
+        found = objc_getClass(Name.text);
+    return found;
+}
+
+namespace dispatch {
+
+template <class Result, class... Arguments>
+using Implementation = Result (*)(id, SEL, Arguments...);
+
+template <class Result, class... Arguments>
+using SuperImplementation = Result (*)(objc_super*, SEL, Arguments...);
+
+#if defined(__arm__)
+inline constexpr std::size_t largestResultInRegisters = 4;
+#else
+inline constexpr std::size_t largestResultInRegisters = 16;
+#endif
+
+template <class Result>
+consteval bool returnsThroughMemory()
+{
+    if constexpr (std::is_class_v<Result>)
+        return sizeof(Result) > largestResultInRegisters;
+    else
+        return false;
+}
+
+/// Results that a runtime does not promise to make zero when the receiver is nil.
+template <class Result>
+inline constexpr bool needsNilCheck = std::is_class_v<Result> || std::is_floating_point_v<Result>;
+
+template <class Result>
+inline IMP lookUp([[maybe_unused]] id receiver, [[maybe_unused]] SEL name)
+{
+#if !defined(__APPLE__)
+    return objc_msg_lookup(receiver, name);
+#elif defined(__arm64__)
+    return objc_msgSend;
+#else
+    return returnsThroughMemory<Result>() ? objc_msgSend_stret : objc_msgSend;
+#endif
+}
+
+} // namespace dispatch
+
+/// Sends the message `Name` to `receiver`, an object or a class. A send to nil gives zero of the result type.
+/// The arguments' types must be those that the method declares: widths are not converted.
+template <FixedString Name, class Result = void, class Receiver, class... Arguments>
+inline Result send(Receiver* receiver, Arguments... arguments)
+{
+    const auto object = reinterpret_cast<id>(receiver);
+    if constexpr (dispatch::needsNilCheck<Result>) {
+        if (object == nullptr)
+            return Result{};
+    }
+    const SEL name = selector<Name>();
+    const IMP implementation = dispatch::lookUp<Result>(object, name);
+    return reinterpret_cast<dispatch::Implementation<Result, Arguments...>>(implementation)(object, name, arguments...);
+}
+
+/// Sends a message whose arguments after the first are variadic, such as stringWithFormat:.
+template <FixedString Name, class Result, class Receiver, class First, class... Rest>
+inline Result sendVariadic(Receiver* receiver, First first, Rest... rest)
+{
+    static_assert(!dispatch::needsNilCheck<Result>);
+    const auto object = reinterpret_cast<id>(receiver);
+    const SEL name = selector<Name>();
+    const IMP implementation = dispatch::lookUp<Result>(object, name);
+    return reinterpret_cast<Result (*)(id, SEL, First, ...)>(implementation)(object, name, first, rest...);
+}
+
+/// Sends the message `Name` to `receiver`, starting the search for the method at `superclass`.
+template <FixedString Name, class Result = void, class Receiver, class... Arguments>
+inline Result sendSuper(Class superclass, Receiver* receiver, Arguments... arguments)
+{
+    const auto object = reinterpret_cast<id>(receiver);
+    if constexpr (dispatch::needsNilCheck<Result>) {
+        if (object == nullptr)
+            return Result{};
+    }
+    objc_super target{object, superclass};
+    const SEL name = selector<Name>();
+#if !defined(__APPLE__)
+    const IMP implementation = objc_msg_lookup_super(&target, name);
+    return reinterpret_cast<dispatch::Implementation<Result, Arguments...>>(implementation)(object, name, arguments...);
+#else
+#if defined(__arm64__)
+    const IMP implementation = objc_msgSendSuper;
+#else
+    const IMP implementation = dispatch::returnsThroughMemory<Result>() ? objc_msgSendSuper_stret : objc_msgSendSuper;
+#endif
+    return reinterpret_cast<dispatch::SuperImplementation<Result, Arguments...>>(implementation)(&target, name, arguments...);
+#endif
+}

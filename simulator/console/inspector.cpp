@@ -1,0 +1,284 @@
+#include "simulator/console/inspector.hpp"
+
+#include <cmath>
+#include <ctime>
+#include <map>
+#include <string_view>
+#include <unordered_map>
+
+#include "platform/Foundation/NSDate.hpp"
+#include "platform/Foundation/NSDictionary.hpp"
+#include "platform/UIKit/UIFont.hpp"
+#include "platform/UIKit/UIImage.hpp"
+#include "platform/runtime/each.hpp"
+#include "simulator/foundation/strings.hpp"
+#include "simulator/runtime/injection.hpp"
+
+namespace simulator {
+
+namespace {
+
+class NSNumber : public NSObject {
+public:
+    const char* objCType() { return send<"objCType", const char*>(this); }
+    double doubleValue() { return send<"doubleValue", double>(this); }
+};
+
+/// The names of the exported variables, by the objects that they hold.
+using ObjectNames = std::unordered_map<const void*, std::string>;
+
+Json inspectObject(id object);
+
+/// A whole number has no fraction; what is no number at all is null.
+Json number(double value)
+{
+    constexpr double largestExactWhole = 9007199254740992.0;
+    if (std::trunc(value) == value && std::abs(value) <= largestExactWhole)
+        return static_cast<long long>(value);
+    return std::isfinite(value) ? Json(value) : Json(nullptr);
+}
+
+Json point(CGPoint value)
+{
+    return {number(value.x), number(value.y)};
+}
+
+Json size(CGSize value)
+{
+    return {number(value.width), number(value.height)};
+}
+
+Json rectangle(CGRect value)
+{
+    return {number(value.origin.x), number(value.origin.y), number(value.size.width), number(value.size.height)};
+}
+
+std::string className(id object)
+{
+    return class_getName(object_getClass(object));
+}
+
+bool isKind(id object, const char* name)
+{
+    const Class cls = objc_getClass(name);
+    return cls != nullptr && object->isKindOfClass(cls);
+}
+
+Json imageSize(UIImage* image)
+{
+    if (image == nullptr)
+        return nullptr;
+    return {{"size", size(image->size())}, {"scale", number(image->scale())}};
+}
+
+NSObject* textOf(UIView* view)
+{
+    if (view->respondsToSelector(selector<"text">()))
+        return send<"text", NSObject*>(view);
+    return send<"currentTitle", NSObject*>(view);
+}
+
+bool hasText(UIView* view)
+{
+    return view->respondsToSelector(selector<"text">()) ||
+           (isKind(view, "UIButton") && view->respondsToSelector(selector<"currentTitle">()));
+}
+
+/// All of a view but its subviews.
+Json viewItself(UIView* view, const ObjectNames& names)
+{
+    Json json = {{"class", className(view)}};
+    if (const auto name = names.find(view); name != names.end())
+        json["name"] = name->second;
+    json["frame"] = rectangle(view->frame());
+    json["bounds"] = rectangle(view->bounds());
+    json["hidden"] = view->isHidden();
+    json["alpha"] = number(view->alpha());
+    if (hasText(view))
+        json["text"] = inspectObject(textOf(view));
+    if (view->respondsToSelector(selector<"image">()))
+        json["image"] = imageSize(send<"image", UIImage*>(view));
+    if (view->tag() != 0 || isKind(view, "UIControl"))
+        json["tag"] = view->tag();
+    if (view->respondsToSelector(selector<"isEnabled">()))
+        json["enabled"] = send<"isEnabled", BOOL>(view) != NO;
+    return json;
+}
+
+Json inspectView(id object)
+{
+    auto* const view = static_cast<UIView*>(object);
+    Json json = viewItself(view, {});
+    json["subviews"] = view->subviews()->count();
+    return json;
+}
+
+Json inspectImage(id object)
+{
+    auto* const image = static_cast<UIImage*>(object);
+    return {{"class", "UIImage"}, {"size", size(image->size())}, {"scale", number(image->scale())}};
+}
+
+Json inspectColor(id object)
+{
+    if (!object->respondsToSelector(selector<"getRed:green:blue:alpha:">()))
+        return {{"class", className(object)}};
+    CGFloat red = 0, green = 0, blue = 0, alpha = 0;
+    send<"getRed:green:blue:alpha:", BOOL>(object, &red, &green, &blue, &alpha);
+    return {{"class", "UIColor"}, {"rgba", {number(red), number(green), number(blue), number(alpha)}}};
+}
+
+Json inspectFont(id object)
+{
+    auto* const font = static_cast<UIFont*>(object);
+    return {{"class", "UIFont"}, {"name", toUTF8(font->fontName())}, {"size", number(font->pointSize())}};
+}
+
+Json inspectLayer(id object)
+{
+    auto* const layer = static_cast<CALayer*>(object);
+    return {{"class", className(layer)},
+            {"frame", rectangle(layer->frame())},
+            {"bounds", rectangle(layer->bounds())},
+            {"hidden", send<"isHidden", BOOL>(layer) != NO},
+            {"opacity", number(shortestDouble(send<"opacity", float>(layer)))},
+            {"sublayers", layer->sublayers()->count()}};
+}
+
+Json inspectString(id object)
+{
+    return toUTF8(static_cast<NSString*>(object));
+}
+
+Json inspectNumber(id object)
+{
+    auto* const boxed = static_cast<NSNumber*>(object);
+    switch (*boxed->objCType()) {
+    case 'c':
+    case 'C':
+    case 'B':
+        return send<"boolValue", BOOL>(boxed) != NO;
+    case 'f':
+        return number(shortestDouble(send<"floatValue", float>(boxed)));
+    case 'd':
+        return number(boxed->doubleValue());
+    case 'Q':
+        return send<"unsignedLongLongValue", unsigned long long>(boxed);
+    default:
+        return send<"longLongValue", long long>(boxed);
+    }
+}
+
+Json inspectArray(id object)
+{
+    Json json = Json::array();
+    for (NSObject* element : each<NSObject>(object))
+        json.push_back(inspectObject(element));
+    return json;
+}
+
+/// Sorted by the keys, since a dictionary has no order of its own.
+Json inspectDictionary(id object)
+{
+    std::map<std::string, Json> entries;
+    for (NSObject* key : each<NSObject>(object))
+        entries[toUTF8(key->description())] = inspectObject(static_cast<NSDictionary*>(object)->objectForKey(key));
+    return entries.empty() ? Json::object() : Json(entries);
+}
+
+/// ISO 8601, in universal time, whole seconds.
+Json inspectDate(id object)
+{
+    const double seconds = std::floor(static_cast<NSDate*>(object)->timeIntervalSince1970());
+    constexpr double farthest = 1e15;
+    if (!(std::abs(seconds) < farthest))
+        return nullptr;
+    const auto moment = static_cast<time_t>(seconds);
+    std::tm time{};
+    gmtime_r(&moment, &time);
+    char text[64];
+    return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &time));
+}
+
+struct Form {
+    const char* className;
+    Json (*inspect)(id object);
+};
+
+constexpr Form forms[] = {
+    {"UIView", inspectView},          {"UIImage", inspectImage},   {"UIColor", inspectColor},
+    {"UIFont", inspectFont},          {"CALayer", inspectLayer},   {"NSString", inspectString},
+    {"NSNumber", inspectNumber},      {"NSArray", inspectArray},   {"NSDictionary", inspectDictionary},
+    {"NSDate", inspectDate},
+};
+
+Json inspectObject(id object)
+{
+    if (object == nullptr)
+        return nullptr;
+    if (isClass(object))
+        return class_getName(reinterpret_cast<Class>(object));
+    for (const Form& form : forms) {
+        if (isKind(object, form.className))
+            return form.inspect(object);
+    }
+    return {{"class", className(object)}};
+}
+
+struct Inspection {
+    Json operator()(Nothing) const { return nullptr; }
+    Json operator()(id object) const { return inspectObject(object); }
+    Json operator()(Class cls) const { return inspectObject(reinterpret_cast<id>(cls)); }
+    Json operator()(double value) const { return number(value); }
+    Json operator()(const char* text) const { return text == nullptr ? Json(nullptr) : Json(text); }
+    Json operator()(CGRect value) const { return rectangle(value); }
+    Json operator()(CGPoint value) const { return point(value); }
+    Json operator()(CGSize value) const { return size(value); }
+    Json operator()(NSRange value) const { return {value.location, value.length}; }
+    /// Whole numbers and truth values are JSON's own.
+    template <class T>
+    Json operator()(T value) const
+    {
+        return value;
+    }
+};
+
+/// Pointers are compared and never followed: not every variable of that size holds an object.
+ObjectNames namesOfObjects()
+{
+    ObjectNames names;
+    for (const ExportedSymbol& variable : exportedVariables()) {
+        if (const void* const object = *static_cast<void**>(variable.address); object != nullptr)
+            names.emplace(object, variable.name);
+    }
+    return names;
+}
+
+Json treeOf(UIView* view, const ObjectNames& names)
+{
+    Json json = viewItself(view, names);
+    Json& below = json["subviews"] = Json::array();
+    for (UIView* subview : each<UIView>(view->subviews()))
+        below.push_back(treeOf(subview, names));
+    return json;
+}
+
+} // namespace
+
+Json inspect(const Value& value)
+{
+    return std::visit(Inspection(), value);
+}
+
+Json inspectTree(UIView* view)
+{
+    return view == nullptr ? Json(nullptr) : treeOf(view, namesOfObjects());
+}
+
+std::string oneLine(const Json& json)
+{
+    constexpr int noIndent = -1;
+    return json.dump(noIndent, ' ', false, Json::error_handler_t::replace);
+}
+
+} // namespace simulator

@@ -1,0 +1,143 @@
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
+#include <iostream>
+#include <span>
+#include <system_error>
+#include <unistd.h>
+
+#include "platform/runtime/AutoreleasePool.hpp"
+#include "simulator/console/Script.hpp"
+#include "simulator/console/commands.hpp"
+#include "simulator/console/options.hpp"
+#include "simulator/console/raised_exception.hpp"
+#include "simulator/console/relaunch.hpp"
+#include "simulator/console/root_folder.hpp"
+#include "simulator/console/words.hpp"
+#include "simulator/foundation/phone_root.hpp"
+#include "simulator/foundation/system_log.hpp"
+#include "simulator/runtime/injection.hpp"
+#include "simulator/services/darwin_notifications.hpp"
+#include "simulator/springboard/SpringBoard.hpp"
+
+/// The process `springboard`: a phone's lock screen, run by a script of commands.
+
+namespace simulator {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int success = 0;
+constexpr int failure = 2;
+
+void printHelp()
+{
+    std::cout << "usage: springboard [OPTION ...]\n\n"
+              << optionUsages() << "\nA script has one command a line; # begins a comment.\n\n"
+              << commandUsages();
+}
+
+fs::path executable()
+{
+    return fs::read_symlink("/proc/self/exe");
+}
+
+/// Gives the root folder, ready for use. The files of a phone that only relaunches are left alone.
+fs::path prepareRoot(const Options& options, bool isRelaunched)
+{
+    const fs::path installedTree = executable().parent_path() / "phone";
+    const fs::path root = options.root.value_or(executable().parent_path() / "root");
+    if (!isRelaunched) {
+        if (options.root)
+            prepareChosenRoot(root, installedTree);
+        else
+            updateRoot(root, installedTree);
+    }
+    return fs::canonical(root);
+}
+
+Script::Position openScript(const Options& options)
+{
+    const fs::path file = options.script.value_or(executable().parent_path() / "share" / "scene.txt");
+    if (file == "-")
+        return {STDIN_FILENO, 0, {}};
+    // Left open over a relaunch.
+    const int descriptor = ::open(file.c_str(), O_RDONLY);
+    if (descriptor < 0)
+        throw std::system_error(errno, std::generic_category(), "cannot open the script " + file.string());
+    return {descriptor, 0, {}};
+}
+
+int runScript(Script& script)
+{
+    Console console;
+    std::string problem;
+    while (!console.hasQuit && problem.empty()) {
+        const AutoreleasePool pool;
+        forgetRaisedException();
+        try {
+            const auto line = script.nextLine();
+            if (!line)
+                break;
+            runCommand(console, splitWords(*line));
+        } catch (const std::exception& error) {
+            problem = error.what();
+        } catch (...) {
+            problem = describeRaisedException();
+        }
+    }
+    if (problem.empty())
+        return success;
+    std::cerr << "line " << script.lineNumber() << ": " << problem << '\n';
+    return failure;
+}
+
+/// Starts SpringBoard and lets it live as long as its script.
+int runSpringBoard(const Options& options, char** arguments)
+{
+    const auto continuation = takeContinuation();
+    Script script(continuation ? continuation->script : openScript(options));
+    setPhoneRoot(prepareRoot(options, continuation.has_value()));
+
+    const AutoreleasePool pool;
+    rememberRaisedExceptions();
+    openSystemLog();
+    if (continuation)
+        restoreSurroundings(*continuation);
+    launchSpringBoard(options.screen);
+    openDarwinNotifications();
+    setRelaunchHandler([&script, arguments] { relaunch(executable(), arguments, script); });
+    injectLibraries(options.libraries);
+    if (continuation && continuation->isLocked)
+        lockScreen();
+    return runScript(script);
+}
+
+int run(std::span<char*> arguments)
+{
+    const Options options = readOptions(arguments.subspan(1));
+    if (options.wantsHelp)
+        printHelp();
+    else if (options.wantsVersion)
+        std::cout << "springboard " SOLVANE_VERSION "\n";
+    else
+        return runSpringBoard(options, arguments.data());
+    return success;
+}
+
+} // namespace
+
+} // namespace simulator
+
+int main(int count, char** arguments)
+{
+    try {
+        return simulator::run({arguments, static_cast<std::size_t>(count)});
+    } catch (const std::exception& error) {
+        std::cerr << "springboard: " << error.what() << '\n';
+    } catch (...) {
+        std::cerr << "springboard: " << simulator::describeRaisedException() << '\n';
+    }
+    return simulator::failure;
+}

@@ -1,0 +1,92 @@
+#include "simulator/console/options.hpp"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string_view>
+
+#include "simulator/console/numbers.hpp"
+
+namespace simulator {
+
+namespace {
+
+void setScreen(Options& options, const std::string& text)
+{
+    constexpr int smallestSide = 100;
+    constexpr int largestSide = 2048;
+    constexpr int largestScale = 4;
+
+    const std::string_view whole = text;
+    const std::size_t cross = std::min(whole.find('x'), whole.size());
+    const std::size_t at = std::min(whole.find('@'), whole.size());
+    const auto width = parseNumber<int>(whole.substr(0, cross));
+    const auto height = cross < at ? parseNumber<int>(whole.substr(cross + 1, at - cross - 1)) : std::nullopt;
+    const auto scale = at < whole.size() ? parseNumber<int>(whole.substr(at + 1)) : 2;
+
+    const auto isSide = [](std::optional<int> side) { return side && *side >= smallestSide && *side <= largestSide; };
+    if (!isSide(width) || !isSide(height) || !scale || *scale < 1 || *scale > largestScale)
+        throw std::invalid_argument("--screen: \"" + text + "\" is not WIDTHxHEIGHT or WIDTHxHEIGHT@SCALE with sides from " +
+                                    std::to_string(smallestSide) + " to " + std::to_string(largestSide) +
+                                    " points and a scale from 1 to " + std::to_string(largestScale));
+    options.screen = {static_cast<double>(*width), static_cast<double>(*height), static_cast<double>(*scale)};
+}
+
+struct Option {
+    std::string_view name;
+    /// Empty for an option without a value.
+    std::string_view value;
+    std::string_view meaning;
+    void (*set)(Options& options, const std::string& value);
+};
+
+constexpr Option table[] = {
+    {"--root", "DIR", "the phone's file tree; a new or empty folder is filled with the installed one",
+     [](Options& options, const std::string& value) { options.root = value; }},
+    {"--screen", "WxH[@S]", "the screen in points and its scale; 320x568@2 without it", setScreen},
+    {"--script", "FILE", "the commands to run, - for standard input; a scene that takes a picture without it",
+     [](Options& options, const std::string& value) { options.script = value; }},
+    {"--load", "FILE", "one more library to inject, after those of the file tree; may be given again",
+     [](Options& options, const std::string& value) { options.libraries.emplace_back(value); }},
+    {"--help", "", "prints this", [](Options& options, const std::string&) { options.wantsHelp = true; }},
+    {"--version", "", "prints the version", [](Options& options, const std::string&) { options.wantsVersion = true; }},
+};
+
+} // namespace
+
+Options readOptions(std::span<char* const> arguments)
+{
+    Options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string argument = arguments[i];
+        const std::size_t equals = argument.find('=');
+        const std::string name = argument.substr(0, equals);
+        const auto option = std::ranges::find(table, name, &Option::name);
+        if (option == std::end(table))
+            throw std::invalid_argument("unknown option \"" + argument + "\"; --help lists the options");
+
+        std::string value;
+        const bool takesValue = !option->value.empty();
+        if (equals != std::string::npos)
+            value = argument.substr(equals + 1);
+        else if (takesValue && i + 1 < arguments.size())
+            value = arguments[++i];
+        if (takesValue == value.empty())
+            throw std::invalid_argument(name + (takesValue ? " needs a value: " + std::string(option->value) : " takes no value"));
+        option->set(options, value);
+    }
+    return options;
+}
+
+std::string optionUsages()
+{
+    constexpr std::size_t columnWidth = 20;
+    std::string usages;
+    for (const Option& option : table) {
+        std::string usage = "  " + std::string(option.name) + ' ' + std::string(option.value);
+        usage.resize(std::max(columnWidth, usage.size()), ' ');
+        usages += usage + "  " + std::string(option.meaning) + '\n';
+    }
+    return usages;
+}
+
+} // namespace simulator

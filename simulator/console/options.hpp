@@ -1,0 +1,32 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "simulator/springboard/SpringBoard.hpp"
+
+namespace simulator {
+
+/// The process's command line.
+struct Options {
+    /// The phone's file tree.
+    std::optional<std::filesystem::path> root;
+    ScreenSize screen;
+    /// A file, or "-" for standard input.
+    std::optional<std::filesystem::path> script;
+    std::vector<std::filesystem::path> libraries;
+    bool wantsHelp = false;
+    bool wantsVersion = false;
+};
+
+/// Reads the arguments behind the program's name. Throws std::invalid_argument, in words for the user, for one that is unknown
+/// or has a bad value.
+Options readOptions(std::span<char* const> arguments);
+
+/// One line for each option, for `--help`.
+std::string optionUsages();
+
+} // namespace simulator

@@ -1,0 +1,14 @@
+#include "simulator/foundation/foundation.hpp"
+
+#include "simulator/runtime/runtime_entry_points.hpp"
+
+namespace simulator {
+
+void prepareFoundation()
+{
+    addRuntimeEntryPoints();
+    replaceClock();
+    replacePropertyListReading();
+}
+
+} // namespace simulator

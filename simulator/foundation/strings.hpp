@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/Foundation/NSString.hpp"
+
+namespace simulator {
+
+/// Autoreleased. Bytes that are not UTF-8 give an empty text.
+NSString* toNSString(std::string_view utf8);
+
+/// The text in UTF-8; nil gives an empty one.
+std::string toUTF8(NSString* text);
+
+} // namespace simulator

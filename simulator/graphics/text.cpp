@@ -1,0 +1,85 @@
+#include "simulator/graphics/text.hpp"
+
+#include <cmath>
+
+#include <pango/pangocairo.h>
+
+#include "simulator/graphics/cairo_pointers.hpp"
+
+namespace simulator {
+
+namespace {
+
+/// Glyphs are placed to the fraction of a pixel and never bent to the pixel grid, as on the phone, so that a text is as
+/// wide in one place as in another.
+PangoContext* sharedContext()
+{
+    static PangoContext* const context = [] {
+        PangoContext* const made = pango_font_map_create_context(pango_cairo_font_map_get_default());
+        const CairoPointer<cairo_font_options_t> options(cairo_font_options_create());
+        cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
+        cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_NONE);
+        cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
+        pango_cairo_context_set_font_options(made, options.get());
+        pango_context_set_round_glyph_positions(made, FALSE);
+        return made;
+    }();
+    return context;
+}
+
+CairoPointer<PangoFontDescription> describe(const Typeface& face, double fontSize)
+{
+    CairoPointer<PangoFontDescription> description(pango_font_description_new());
+    pango_font_description_set_family(description.get(), face.family.c_str());
+    pango_font_description_set_weight(description.get(), face.weight);
+    pango_font_description_set_absolute_size(description.get(), fontSize * PANGO_SCALE);
+    return description;
+}
+
+CairoPointer<PangoLayout> lay(const TextSetting& setting, double width)
+{
+    CairoPointer<PangoLayout> layout(pango_layout_new(sharedContext()));
+    pango_layout_set_font_description(layout.get(), describe(setting.face, setting.fontSize).get());
+    pango_layout_set_text(layout.get(), setting.text.c_str(), static_cast<int>(setting.text.size()));
+    pango_layout_set_alignment(layout.get(), setting.alignment);
+    pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
+    constexpr double widest = 1e5;
+    if (width < widest)
+        pango_layout_set_width(layout.get(), static_cast<int>(std::lround(width * PANGO_SCALE)));
+    if (setting.lineLimit > 0) {
+        pango_layout_set_height(layout.get(), -setting.lineLimit);
+        pango_layout_set_ellipsize(layout.get(), PANGO_ELLIPSIZE_END);
+    }
+    return layout;
+}
+
+} // namespace
+
+CGSize measureText(const TextSetting& setting, double width)
+{
+    PangoRectangle extent;
+    pango_layout_get_extents(lay(setting, width).get(), nullptr, &extent);
+    return {static_cast<double>(extent.width) / PANGO_SCALE, static_cast<double>(extent.height) / PANGO_SCALE};
+}
+
+void drawText(cairo_t* cairo, const TextSetting& setting, CGRect rect, Colour colour)
+{
+    if (setting.text.empty())
+        return;
+    const CairoPointer<PangoLayout> layout = lay(setting, rect.size.width);
+    cairo_save(cairo);
+    colour.applyTo(cairo);
+    cairo_move_to(cairo, rect.origin.x, rect.origin.y);
+    pango_cairo_show_layout(cairo, layout.get());
+    cairo_restore(cairo);
+}
+
+double lineHeight(const Typeface& face, double fontSize)
+{
+    const CairoPointer<PangoFontMetrics> metrics(
+        pango_context_get_metrics(sharedContext(), describe(face, fontSize).get(), nullptr));
+    return static_cast<double>(pango_font_metrics_get_ascent(metrics.get()) + pango_font_metrics_get_descent(metrics.get())) /
+           PANGO_SCALE;
+}
+
+} // namespace simulator

@@ -1,0 +1,23 @@
+#include "simulator/quartzcore/colours.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
+
+namespace simulator {
+
+Owned<CGColor> makeColor(const Colour& colour)
+{
+    Owned<CGColor> color = adopt(send<"new", CGColorRef>(classNamed<"CGColor">()));
+    ivarsOf<Colour>(color.get()) = colour;
+    return color;
+}
+
+Colour colourOf(CGColorRef color)
+{
+    return color == nullptr ? Colour{} : ivarsOf<Colour>(color);
+}
+
+void registerCGColor()
+{
+    SimulatedClass<Colour>("CGColor", "NSObject").registerClass();
+}
+
+} // namespace simulator

@@ -1,0 +1,179 @@
+#pragma once
+
+#include <cctype>
+#include <new>
+#include <string>
+#include <type_traits>
+
+#include "platform/runtime/ClassBuilder.hpp"
+
+namespace simulator {
+
+/// A class of the simulated platform whose objects each hold one C++ `State`. The state is constructed when the object is
+/// allocated and destroyed with it, so that a class needs no dealloc for what its state owns.
+template <class State>
+class SimulatedClass : public ClassBuilder<State> {
+public:
+    SimulatedClass(const char* name, const char* superclass) : ClassBuilder<State>(name, superclass)
+    {
+        if constexpr (!std::is_empty_v<State>) {
+            this->addIvarBlock("_state", sizeof(State), alignof(State), "?");
+            this->template method<".cxx_construct">(&construct);
+            this->template method<".cxx_destruct">(&destroy);
+        }
+    }
+
+    template <FixedString Name, class Result, class Self, class... Arguments>
+    SimulatedClass& method(Result (*implementation)(Self*, SEL, Arguments...))
+    {
+        ClassBuilder<State>::template method<Name>(implementation);
+        return *this;
+    }
+
+    template <FixedString Name, class Result, class... Arguments>
+    SimulatedClass& classMethod(Result (*implementation)(Class, SEL, Arguments...))
+    {
+        ClassBuilder<State>::template classMethod<Name>(implementation);
+        return *this;
+    }
+
+    /// A property over a member of the state: the getter `name` and the setter `setName:`, which calls `Changed` afterwards.
+    template <auto Member, auto Changed = nullptr>
+    SimulatedClass& property(const char* name)
+    {
+        addProperty<Member, Changed>(name, Member);
+        return *this;
+    }
+
+    /// The same, with the getter `isName` of a BOOL property.
+    template <auto Member, auto Changed = nullptr>
+    SimulatedClass& flag(const char* name)
+    {
+        addAccessors(("is" + capitalised(name)).c_str(), &getFlag<Member>, name, &setFlag<Member, Changed>);
+        return *this;
+    }
+
+    /// A property that can only be read.
+    template <auto Member>
+    SimulatedClass& readOnly(const char* name)
+    {
+        addReadOnly<Member>(name, Member);
+        return *this;
+    }
+
+private:
+    static std::string capitalised(const char* name)
+    {
+        std::string text = name;
+        text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+        return text;
+    }
+
+    template <class Getter, class Setter>
+    void addAccessors(const char* getterName, Getter getter, const char* name, Setter setter)
+    {
+        addNamed(getterName, getter);
+        addNamed(("set" + capitalised(name) + ":").c_str(), setter);
+    }
+
+    template <class Result, class... Arguments>
+    void addNamed(const char* name, Result (*implementation)(NSObject*, SEL, Arguments...))
+    {
+        class_addMethod(this->cls(), sel_registerName(name), reinterpret_cast<IMP>(implementation),
+                        methodEncoding<Result, Arguments...>.text);
+    }
+
+    template <auto Member, auto Changed, class T>
+    void addProperty(const char* name, Owned<T> State::*)
+    {
+        addAccessors(name, &getObject<Member, T>, name, &setObject<Member, Changed, T>);
+    }
+    template <auto Member, auto Changed, class T>
+    void addProperty(const char* name, T State::*)
+    {
+        addAccessors(name, &getValue<Member, T>, name, &setValue<Member, Changed, T>);
+    }
+    template <auto Member, class T>
+    void addReadOnly(const char* name, Owned<T> State::*)
+    {
+        addNamed(name, &getObject<Member, T>);
+    }
+    template <auto Member, class T>
+    void addReadOnly(const char* name, T State::*)
+    {
+        addNamed(name, &getValue<Member, T>);
+    }
+
+    template <auto Changed>
+    static void tellChanged(NSObject* self)
+    {
+        if constexpr (!std::is_null_pointer_v<decltype(Changed)>)
+            Changed(self);
+    }
+
+    template <auto Member, class T>
+    static T* getObject(NSObject* self, SEL)
+    {
+        return ivarsOf<State>(self).*Member;
+    }
+    template <auto Member, auto Changed, class T>
+    static void setObject(NSObject* self, SEL, T* object)
+    {
+        ivarsOf<State>(self).*Member = object;
+        tellChanged<Changed>(self);
+    }
+    template <auto Member, class T>
+    static T getValue(NSObject* self, SEL)
+    {
+        return ivarsOf<State>(self).*Member;
+    }
+    template <auto Member, auto Changed, class T>
+    static void setValue(NSObject* self, SEL, T value)
+    {
+        ivarsOf<State>(self).*Member = value;
+        tellChanged<Changed>(self);
+    }
+    template <auto Member>
+    static BOOL getFlag(NSObject* self, SEL)
+    {
+        return ivarsOf<State>(self).*Member;
+    }
+    template <auto Member, auto Changed>
+    static void setFlag(NSObject* self, SEL, BOOL value)
+    {
+        ivarsOf<State>(self).*Member = value != NO;
+        tellChanged<Changed>(self);
+    }
+
+    static id construct(NSObject* self, SEL)
+    {
+        new (&ivarsOf<State>(self)) State();
+        return self;
+    }
+    static void destroy(NSObject* self, SEL) { ivarsOf<State>(self).~State(); }
+};
+
+/// Replaces the implementation of a method that a class of the platform already has; class methods too, through the
+/// class's own class. Gives the previous implementation.
+template <FixedString Name, class Result, class Self, class... Arguments>
+inline auto replaceMethod(Class cls, Result (*implementation)(Self*, SEL, Arguments...))
+{
+    const Method method = class_getInstanceMethod(cls, selector<Name>());
+    return reinterpret_cast<Result (*)(Self*, SEL, Arguments...)>(
+        method_setImplementation(method, reinterpret_cast<IMP>(implementation)));
+}
+
+/// Adds a method to a class of the platform that lacks it.
+template <FixedString Name, class Result, class Self, class... Arguments>
+inline void addMethod(Class cls, Result (*implementation)(Self, SEL, Arguments...))
+{
+    class_addMethod(cls, selector<Name>(), reinterpret_cast<IMP>(implementation), methodEncoding<Result, Arguments...>.text);
+}
+
+/// The class that holds a class's own methods.
+inline Class metaclassOf(Class cls)
+{
+    return object_getClass(reinterpret_cast<id>(cls));
+}
+
+} // namespace simulator

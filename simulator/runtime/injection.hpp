@@ -1,0 +1,29 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The loader that injects libraries into SpringBoard.
+namespace simulator {
+
+/// Loads every library in "/Library/MobileSubstrate/DynamicLibraries" whose filter (a property list of the same name)
+/// names "com.apple.springboard", in alphabetical order, then those of `more`, in theirs. A library that cannot be loaded
+/// is reported on standard error and passed over.
+void injectLibraries(const std::vector<std::filesystem::path>& more);
+
+struct ExportedSymbol {
+    enum class Kind { variable, function };
+    std::string name;
+    void* address;
+    Kind kind;
+};
+
+/// A symbol that an injected library exports, the first library's first.
+std::optional<ExportedSymbol> exportedSymbol(const std::string& name);
+
+/// Every variable of an object's pointer size that the injected libraries export.
+std::vector<ExportedSymbol> exportedVariables();
+
+} // namespace simulator

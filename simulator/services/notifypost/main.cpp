@@ -1,0 +1,40 @@
+#include <cstdio>
+#include <filesystem>
+#include <string_view>
+
+#include "simulator/services/darwin_notifications.hpp"
+
+/// `notifypost --root DIR NAME` posts a Darwin notification to every springboard that runs on that root, and returns when
+/// all have answered it.
+
+namespace {
+
+constexpr const char* usage = "usage: notifypost --root DIR NAME\n"
+                              "Posts a Darwin notification to every springboard that runs on that root folder,\n"
+                              "and waits until each has delivered it.\n";
+
+int fail(const char* what, const char* about)
+{
+    std::fprintf(stderr, "notifypost: %s%s\n%s", what, about, usage);
+    return 2;
+}
+
+} // namespace
+
+int main(int count, char** words)
+{
+    if (count == 2 && std::string_view(words[1]) == "--help") {
+        std::fputs(usage, stdout);
+        return 0;
+    }
+    if (count != 4 || std::string_view(words[1]) != "--root")
+        return fail("a root folder and one name are needed", "");
+    std::error_code failure;
+    if (!std::filesystem::is_directory(words[2], failure))
+        return fail("no such folder: ", words[2]);
+    const std::string_view name = words[3];
+    if (name.empty() || name.size() > simulator::longestDarwinNotificationName)
+        return fail("a name has from 1 to 1024 bytes", "");
+    simulator::postDarwinNotification(words[2], words[3]);
+    return 0;
+}

@@ -1,0 +1,131 @@
+#include "simulator/services/weather.hpp"
+
+#include <utility>
+
+#include "platform/Weather/Weather.hpp"
+#include "simulator/foundation/strings.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/services/services.hpp"
+
+/// The weather framework: its shared objects, and the one city that the phone is in.
+
+namespace simulator {
+
+namespace {
+
+std::optional<LocalWeather> weather = LocalWeather{"21", 26};
+bool celsius = true;
+
+struct CityState {
+    // The weather of the last update.
+    Owned<NSString> temperature;
+    NSInteger conditionCode = 0;
+};
+
+void update(City* self, SEL)
+{
+    if (!weather)
+        return;
+    auto& city = ivarsOf<CityState>(self);
+    city.temperature = weather->temperature ? toNSString(*weather->temperature) : nullptr;
+    city.conditionCode = weather->conditionCode;
+}
+
+struct WeatherLocationManagerState {
+    bool locationTrackingActive = false;
+};
+
+struct WeatherPreferencesState {
+    bool localWeatherEnabled = false;
+    Owned<City> city;
+};
+
+struct LocationUpdaterState {};
+
+template <FixedString ClassName>
+id sharedInstance(Class, SEL)
+{
+    static id shared = send<"new", id>(classNamed<ClassName>());
+    return shared;
+}
+
+id location(WeatherLocationManager*, SEL)
+{
+    return nullptr;
+}
+
+/// The city is there from the moment local weather is on, as long as the phone knows where it is.
+City* localWeatherCity(WeatherPreferences* self, SEL)
+{
+    auto& preferences = ivarsOf<WeatherPreferencesState>(self);
+    if (!weather || !preferences.localWeatherEnabled)
+        return nullptr;
+    if (preferences.city == nullptr) {
+        preferences.city = adopt(send<"new", City*>(classNamed<"City">()));
+        preferences.city->update();
+    }
+    return preferences.city;
+}
+
+BOOL isCelsius(WeatherPreferences*, SEL)
+{
+    return celsius;
+}
+
+void updateWeatherForLocation(LocationUpdater*, SEL, id, City* city)
+{
+    city->update();
+}
+
+void handleCompletionForCity(LocationUpdater*, SEL, City*, NSUInteger)
+{
+}
+
+} // namespace
+
+void registerWeather()
+{
+    SimulatedClass<CityState>("City", "NSObject")
+        .readOnly<&CityState::temperature>("temperature")
+        .readOnly<&CityState::conditionCode>("conditionCode")
+        .method<"update">(update)
+        .registerClass();
+    SimulatedClass<WeatherLocationManagerState>("WeatherLocationManager", "NSObject")
+        .classMethod<"sharedWeatherLocationManager">(sharedInstance<"WeatherLocationManager">)
+        .flag<&WeatherLocationManagerState::locationTrackingActive>("locationTrackingActive")
+        .method<"location">(location)
+        .registerClass();
+    SimulatedClass<WeatherPreferencesState>("WeatherPreferences", "NSObject")
+        .classMethod<"sharedPreferences">(sharedInstance<"WeatherPreferences">)
+        .flag<&WeatherPreferencesState::localWeatherEnabled>("localWeatherEnabled")
+        .method<"localWeatherCity">(localWeatherCity)
+        .method<"isCelsius">(isCelsius)
+        .registerClass();
+    SimulatedClass<LocationUpdaterState>("LocationUpdater", "NSObject")
+        .classMethod<"sharedLocationUpdater">(sharedInstance<"LocationUpdater">)
+        .method<"updateWeatherForLocation:city:">(updateWeatherForLocation)
+        .method<"handleCompletionForCity:withUpdateDetail:">(handleCompletionForCity)
+        .registerClass();
+}
+
+void setLocalWeather(std::optional<LocalWeather> known)
+{
+    weather = std::move(known);
+}
+
+const std::optional<LocalWeather>& localWeather()
+{
+    return weather;
+}
+
+void setShowsCelsius(bool shows)
+{
+    celsius = shows;
+}
+
+bool showsCelsius()
+{
+    return celsius;
+}
+
+} // namespace simulator

@@ -1,0 +1,138 @@
+#include <map>
+#include <string>
+
+#include "platform/Foundation/NSDictionary.hpp"
+#include "platform/SpringBoard/SBApplication.hpp"
+#include "platform/UIKit/UIScreen.hpp"
+#include "simulator/foundation/phone_root.hpp"
+#include "simulator/foundation/property_lists.hpp"
+#include "simulator/foundation/strings.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/springboard/application_icons.hpp"
+#include "simulator/springboard/springboard_classes.hpp"
+#include "simulator/uikit/ImageState.hpp"
+
+/// The applications in the phone's "/Applications", one bundle each, and their icons.
+
+namespace simulator {
+
+namespace {
+
+struct ApplicationState {
+    Owned<NSString> bundleIdentifier;
+    Owned<NSString> displayName;
+    std::filesystem::path iconFile;
+};
+
+struct ApplicationControllerState {
+    std::map<std::string, Owned<SBApplication>> applications;
+};
+
+struct ApplicationIconState {
+    Owned<SBApplication> application;
+};
+
+/// Nil for a bundle without a readable Info.plist or without an identifier.
+Owned<SBApplication> applicationInBundle(const std::filesystem::path& bundle)
+{
+    NSDictionary* const description = readPropertyList(bundle / "Info.plist");
+    auto* const identifier = static_cast<NSString*>(description->objectForKey(constantString<"CFBundleIdentifier">()));
+    if (identifier == nullptr)
+        return nullptr;
+    Owned<SBApplication> application = adopt(send<"new", SBApplication*>(classNamed<"SBApplication">()));
+    ivarsOf<ApplicationState>(application.get()) = {
+        identifier, static_cast<NSString*>(description->objectForKey(constantString<"CFBundleDisplayName">())), bundle / "Icon.png"};
+    return application;
+}
+
+SBApplicationController* initController(SBApplicationController* self, SEL)
+{
+    auto& applications = ivarsOf<ApplicationControllerState>(self).applications;
+    std::error_code missing;
+    for (const auto& bundle : std::filesystem::directory_iterator(onThisMachine("/Applications"), missing)) {
+        if (Owned<SBApplication> application = applicationInBundle(bundle.path()))
+            applications[toUTF8(application->bundleIdentifier())] = application;
+    }
+    return self;
+}
+
+SBApplicationController* sharedInstance(Class cls, SEL)
+{
+    static auto* const controller = send<"new", SBApplicationController*>(cls);
+    return controller;
+}
+
+SBApplication* applicationWithBundleIdentifier(SBApplicationController* self, SEL, NSString* identifier)
+{
+    const auto& applications = ivarsOf<ApplicationControllerState>(self).applications;
+    const auto found = applications.find(toUTF8(identifier));
+    return found == applications.end() ? nullptr : found->second.get();
+}
+
+SBApplicationIcon* initWithApplication(SBApplicationIcon* self, SEL, SBApplication* application)
+{
+    ivarsOf<ApplicationIconState>(self).application = application;
+    return self;
+}
+
+CGFloat sideInFormat(int format)
+{
+    constexpr CGFloat small = 29;
+    constexpr CGFloat home = 60;
+    return format == 0 ? small : home;
+}
+
+UIImage* iconOf(SBApplication* application, int format, CGFloat scale)
+{
+    const auto generic = onThisMachine("/System/Library/CoreServices/SpringBoard.app/GenericIcon.png");
+    Owned<UIImage> icon;
+    if (application != nullptr)
+        icon = imageInFile(ivarsOf<ApplicationState>(application).iconFile);
+    if (icon == nullptr)
+        icon = imageInFile(generic);
+    if (icon == nullptr)
+        return nullptr;
+    const CGFloat side = sideInFormat(format);
+    const auto bitmap = Bitmap::make({side, side}, scale, false);
+    if (bitmap == nullptr)
+        return nullptr;
+    stateOf(icon.get()).bitmap->draw(bitmap->context().get(), {{0, 0}, bitmap->size()});
+    return imageWithBitmap(bitmap).autorelease();
+}
+
+UIImage* generateIconImage(SBApplicationIcon* self, SEL, int format)
+{
+    return iconOf(ivarsOf<ApplicationIconState>(self).application, format, UIScreen::mainScreen()->scale());
+}
+
+UIImage* applicationIconImage(Class, SEL, NSString* bundleIdentifier, int format, CGFloat scale)
+{
+    return applicationIcon(bundleIdentifier, format, scale);
+}
+
+} // namespace
+
+UIImage* applicationIcon(NSString* bundleIdentifier, int format, CGFloat scale)
+{
+    return iconOf(SBApplicationController::sharedInstance()->applicationWithBundleIdentifier(bundleIdentifier), format, scale);
+}
+
+void registerApplications()
+{
+    SimulatedClass<ApplicationState>("SBApplication", "NSObject")
+        .readOnly<&ApplicationState::bundleIdentifier>("bundleIdentifier")
+        .readOnly<&ApplicationState::displayName>("displayName")
+        .registerClass();
+    SimulatedClass<ApplicationControllerState>("SBApplicationController", "NSObject")
+        .classMethod<"sharedInstance">(sharedInstance)
+        .method<"init">(initController)
+        .method<"applicationWithBundleIdentifier:">(applicationWithBundleIdentifier)
+        .registerClass();
+    SimulatedClass<ApplicationIconState>("SBApplicationIcon", "NSObject")
+        .method<"initWithApplication:">(initWithApplication)
+        .method<"generateIconImage:">(generateIconImage)
+        .registerClass();
+    addMethod<"_applicationIconImageForBundleIdentifier:format:scale:">(metaclassOf(classNamed<"UIImage">()), &applicationIconImage);
+}
+
+} // namespace simulator

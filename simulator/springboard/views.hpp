@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/UIKit/UIImageView.hpp"
+#include "platform/UIKit/UILabel.hpp"
+#include "platform/runtime/Owned.hpp"
+
+namespace simulator {
+
+/// A label in white over nothing, as the lock screen's texts are.
+Owned<UILabel> whiteLabel(CGRect frame, UIFont* font);
+
+} // namespace simulator

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/UIKit/UITouch.hpp"
+#include "platform/UIKit/UIWindow.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
+
+namespace simulator {
+
+struct TouchState {
+    UITouchPhase phase = UITouchPhaseBegan;
+    NSTimeInterval timestamp = 0;
+    Owned<UIView> view;
+    Owned<UIWindow> window;
+    /// In the window.
+    CGPoint location{};
+};
+
+inline TouchState& stateOf(UITouch* touch)
+{
+    return ivarsOf<TouchState>(touch);
+}
+
+} // namespace simulator

@@ -1,0 +1,123 @@
+#include "platform/UIKit/UILabel.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "simulator/foundation/strings.hpp"
+#include "simulator/graphics/contexts.hpp"
+#include "simulator/graphics/text.hpp"
+#include "simulator/quartzcore/colours.hpp"
+#include "simulator/uikit/FontState.hpp"
+#include "simulator/uikit/ViewState.hpp"
+#include "simulator/uikit/uikit.hpp"
+
+namespace simulator {
+
+namespace {
+
+struct LabelState {
+    Owned<NSString> text;
+    Owned<UIFont> font = UIFont::systemFontOfSize(17);
+    Owned<UIColor> textColor = UIColor::blackColor();
+    NSTextAlignment textAlignment = NSTextAlignmentLeft;
+    NSInteger numberOfLines = 1;
+    bool adjustsFontSizeToFitWidth = false;
+    CGFloat minimumScaleFactor = 0;
+};
+
+constexpr double endless = std::numeric_limits<double>::infinity();
+
+UILabel* initWithFrame(UILabel* self, SEL, CGRect frame)
+{
+    superOf<LabelState, "initWithFrame:", UILabel*>(self, frame);
+    self->setUserInteractionEnabled(false);
+    return self;
+}
+
+void copyText(UILabel* self, SEL, NSString* text)
+{
+    ivarsOf<LabelState>(self).text = adopt(send<"copy", NSString*>(text));
+    self->setNeedsDisplay();
+}
+
+PangoAlignment pangoAlignment(NSTextAlignment alignment)
+{
+    switch (alignment) {
+    case NSTextAlignmentCenter:
+        return PANGO_ALIGN_CENTER;
+    case NSTextAlignmentRight:
+        return PANGO_ALIGN_RIGHT;
+    case NSTextAlignmentLeft:
+        break;
+    }
+    return PANGO_ALIGN_LEFT;
+}
+
+TextSetting settingOf(const LabelState& label)
+{
+    TextSetting setting{.text = toUTF8(label.text),
+                        .alignment = pangoAlignment(label.textAlignment),
+                        .lineLimit = static_cast<int>(label.numberOfLines)};
+    if (label.font != nullptr) {
+        setting.face = stateOf(label.font.get()).face;
+        setting.fontSize = label.font->pointSize();
+    }
+    return setting;
+}
+
+/// The size at which one line fits the width: the font's own, or less, down to its smallest share.
+double fittingSize(const LabelState& label, const TextSetting& setting, double width)
+{
+    if (!label.adjustsFontSizeToFitWidth || label.numberOfLines != 1)
+        return setting.fontSize;
+    const double natural = measureText(setting, endless).width;
+    if (natural <= width)
+        return setting.fontSize;
+    return setting.fontSize * std::max<double>(label.minimumScaleFactor, width / natural);
+}
+
+/// The lines stand in the middle of the height.
+void drawRect(UILabel* self, SEL, CGRect rect)
+{
+    const auto& label = ivarsOf<LabelState>(self);
+    TextSetting setting = settingOf(label);
+    if (setting.text.empty() || rect.size.width <= 0)
+        return;
+    setting.fontSize = fittingSize(label, setting, rect.size.width);
+    const double height = measureText(setting, rect.size.width).height;
+    rect.origin.y += (rect.size.height - height) / 2;
+    drawText(currentGraphicsContext()->cairo, setting, rect, colourOf(label.textColor->CGColor()));
+}
+
+CGSize sizeThatFits(UILabel* self, SEL, CGSize size)
+{
+    const auto& label = ivarsOf<LabelState>(self);
+    if (label.text->length() == 0)
+        return {};
+    TextSetting setting = settingOf(label);
+    const bool wraps = label.numberOfLines != 1 && size.width > 0;
+    const CGSize measured = measureText(setting, wraps ? size.width : endless);
+    return {std::ceil(measured.width), std::ceil(measured.height)};
+}
+
+} // namespace
+
+void registerUILabel()
+{
+    SimulatedClass<LabelState>("UILabel", "UIView")
+        .method<"initWithFrame:">(initWithFrame)
+        .readOnly<&LabelState::text>("text")
+        .method<"setText:">(copyText)
+        .property<&LabelState::font, redraw>("font")
+        .property<&LabelState::textColor, redraw>("textColor")
+        .property<&LabelState::textAlignment, redraw>("textAlignment")
+        .property<&LabelState::numberOfLines, redraw>("numberOfLines")
+        .property<&LabelState::adjustsFontSizeToFitWidth, redraw>("adjustsFontSizeToFitWidth")
+        .property<&LabelState::minimumScaleFactor, redraw>("minimumScaleFactor")
+        .method<"drawRect:">(drawRect)
+        .method<"sizeThatFits:">(sizeThatFits)
+        .registerClass();
+}
+
+} // namespace simulator

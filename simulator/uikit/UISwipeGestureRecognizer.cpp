@@ -1,0 +1,52 @@
+#include <cmath>
+
+#include "platform/Foundation/NSSet.hpp"
+#include "simulator/uikit/GestureState.hpp"
+#include "simulator/uikit/uikit.hpp"
+
+namespace simulator {
+
+namespace {
+
+struct SwipeState {
+    NSUInteger direction = UISwipeGestureRecognizerDirectionRight;
+};
+
+constexpr CGFloat shortestStroke = 50;
+constexpr NSTimeInterval longestStroke = 0.5;
+
+/// The direction of a stroke that is clearly along one axis; 0 for any other.
+NSUInteger directionOf(CGFloat x, CGFloat y)
+{
+    constexpr CGFloat slant = 0.6;
+    if (std::abs(x) >= shortestStroke && std::abs(y) <= slant * std::abs(x))
+        return x > 0 ? UISwipeGestureRecognizerDirectionRight : UISwipeGestureRecognizerDirectionLeft;
+    if (std::abs(y) >= shortestStroke && std::abs(x) <= slant * std::abs(y))
+        return y > 0 ? UISwipeGestureRecognizerDirectionDown : UISwipeGestureRecognizerDirectionUp;
+    return 0;
+}
+
+void touchesMoved(UISwipeGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
+{
+    superOf<SwipeState, "touchesMoved:withEvent:">(self, touches, event);
+    const GestureState& gesture = stateOf(self);
+    if (static_cast<UITouch*>(touches->anyObject())->timestamp() - gesture.startTime > longestStroke) {
+        self->setState(UIGestureRecognizerStateFailed);
+        return;
+    }
+    const NSUInteger made = directionOf(gesture.location.x - gesture.start.x, gesture.location.y - gesture.start.y);
+    if ((made & self->direction()) != 0)
+        self->setState(UIGestureRecognizerStateEnded);
+}
+
+} // namespace
+
+void registerUISwipeGestureRecognizer()
+{
+    SimulatedClass<SwipeState>("UISwipeGestureRecognizer", "UIGestureRecognizer")
+        .property<&SwipeState::direction>("direction")
+        .method<"touchesMoved:withEvent:">(touchesMoved)
+        .registerClass();
+}
+
+} // namespace simulator

@@ -1,0 +1,128 @@
+#include "platform/UIKit/UITableView.hpp"
+
+#include <cmath>
+#include <vector>
+
+#include "platform/Foundation/NSSet.hpp"
+#include "simulator/uikit/TouchState.hpp"
+#include "simulator/uikit/ViewState.hpp"
+#include "simulator/uikit/uikit.hpp"
+
+namespace simulator {
+
+namespace {
+
+struct TableState {
+    /// Not retained.
+    NSObject* dataSource = nullptr;
+    CGFloat rowHeight = 44;
+    std::vector<Owned<UITableViewCell>> cells;
+    NSInteger selectedRow = NSNotFound;
+    bool needsReload = true;
+};
+
+UITableViewCell* cellAt(UITableView* self, NSInteger row)
+{
+    const auto& cells = ivarsOf<TableState>(self).cells;
+    return row >= 0 && row < std::ssize(cells) ? cells[static_cast<std::size_t>(row)].get() : nullptr;
+}
+
+/// The row at a place of the contents, whether there is one or not.
+NSInteger rowAt(UITableView* self, CGPoint point)
+{
+    return static_cast<NSInteger>(std::floor(point.y / self->rowHeight()));
+}
+
+/// The rows are asked for again at the next layout.
+void reloadData(UITableView* self, SEL)
+{
+    ivarsOf<TableState>(self).needsReload = true;
+    self->setNeedsLayout();
+}
+
+void reload(UITableView* self)
+{
+    auto& table = ivarsOf<TableState>(self);
+    table.needsReload = false;
+    table.selectedRow = NSNotFound;
+    for (UITableViewCell* cell : table.cells)
+        cell->removeFromSuperview();
+    table.cells.clear();
+    const auto rows = send<"tableView:numberOfRowsInSection:", NSInteger>(table.dataSource, self, NSInteger{0});
+    for (NSInteger row = 0; row < rows; ++row) {
+        auto* const cell = send<"tableView:cellForRow:", UITableViewCell*>(table.dataSource, self, row);
+        table.cells.emplace_back(cell);
+        self->addSubview(cell);
+    }
+    self->setContentSize({self->bounds().size.width, static_cast<CGFloat>(rows) * table.rowHeight});
+}
+
+void layoutSubviews(UITableView* self, SEL)
+{
+    auto& table = ivarsOf<TableState>(self);
+    if (table.needsReload)
+        reload(self);
+    CGFloat y = 0;
+    for (UITableViewCell* cell : table.cells) {
+        cell->setFrame(CGRect::make(0, y, self->bounds().size.width, table.rowHeight));
+        y += table.rowHeight;
+    }
+}
+
+NSArray* visibleCells(UITableView* self, SEL)
+{
+    return toNSArray(ivarsOf<TableState>(self).cells);
+}
+
+NSInteger touchedRow(UITableView* self, NSSet* touches)
+{
+    return rowAt(self, static_cast<UITouch*>(touches->anyObject())->locationInView(self));
+}
+
+void endHighlight(UITableView* self)
+{
+    for (UITableViewCell* cell : ivarsOf<TableState>(self).cells)
+        cell->setHighlighted(false);
+}
+
+void touchesBegan(UITableView* self, SEL, NSSet* touches, UIEvent*)
+{
+    cellAt(self, touchedRow(self, touches))->setHighlighted(true);
+}
+
+void touchesCancelled(UITableView* self, SEL, NSSet*, UIEvent*)
+{
+    endHighlight(self);
+}
+
+/// The row under the lifted finger is selected; the one that was is no more.
+void touchesEnded(UITableView* self, SEL, NSSet* touches, UIEvent*)
+{
+    endHighlight(self);
+    auto& table = ivarsOf<TableState>(self);
+    const NSInteger row = touchedRow(self, touches);
+    if (cellAt(self, row) == nullptr)
+        return;
+    cellAt(self, table.selectedRow)->setSelected(false);
+    cellAt(self, row)->setSelected(true);
+    table.selectedRow = row;
+}
+
+} // namespace
+
+void registerUITableView()
+{
+    SimulatedClass<TableState>("UITableView", "UIScrollView")
+        .property<&TableState::dataSource>("dataSource")
+        .property<&TableState::rowHeight>("rowHeight")
+        .readOnly<&TableState::selectedRow>("selectedRow")
+        .method<"reloadData">(reloadData)
+        .method<"layoutSubviews">(layoutSubviews)
+        .method<"visibleCells">(visibleCells)
+        .method<"touchesBegan:withEvent:">(touchesBegan)
+        .method<"touchesEnded:withEvent:">(touchesEnded)
+        .method<"touchesCancelled:withEvent:">(touchesCancelled)
+        .registerClass();
+}
+
+} // namespace simulator

@@ -1,0 +1,24 @@
+#include "platform/UIKit/UIWindow.hpp"
+
+#include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/uikit/uikit.hpp"
+
+namespace simulator {
+
+namespace {
+
+struct WindowState {};
+
+UIWindow* window(UIWindow* self, SEL)
+{
+    return self;
+}
+
+} // namespace
+
+void registerUIWindow()
+{
+    SimulatedClass<WindowState>("UIWindow", "UIView").method<"window">(window).registerClass();
+}
+
+} // namespace simulator

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/CoreGraphics/CGGeometry.hpp"
+
+namespace simulator {
+
+/// The size in points and the pixels per point of the phone's screen.
+void setMainScreen(CGSize size, CGFloat scale);
+
+} // namespace simulator

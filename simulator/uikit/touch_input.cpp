@@ -1,0 +1,204 @@
+#include "simulator/uikit/touch_input.hpp"
+
+#include <utility>
+#include <vector>
+
+#include "platform/Foundation/NSSet.hpp"
+#include "platform/UIKit/UIGestureRecognizer.hpp"
+#include "platform/UIKit/UIWindow.hpp"
+#include "platform/runtime/each.hpp"
+#include "simulator/uikit/GestureState.hpp"
+#include "simulator/uikit/TouchState.hpp"
+
+namespace simulator {
+
+namespace {
+
+constexpr NSTimeInterval pauseBetweenGestures = 1.0;
+constexpr NSTimeInterval pauseBetweenTaps = 0.1;
+constexpr NSTimeInterval touchDuration = 0.02;
+
+/// The finger's own clock, in seconds, so that what counts as quick does not hang on the machine's speed.
+NSTimeInterval now = 0;
+
+/// One touch with those who follow it: its view, and the recognisers of that view and of all above it, nearest first.
+struct Finger {
+    Owned<UITouch> touch;
+    Owned<UIView> view;
+    std::vector<Owned<UIGestureRecognizer>> recognizers;
+    bool isCancelledInView = false;
+};
+
+Finger finger;
+
+NSUInteger tapsOf(UIGestureRecognizer* recognizer)
+{
+    return recognizer->respondsToSelector(selector<"numberOfTapsRequired">())
+               ? static_cast<UITapGestureRecognizer*>(recognizer)->numberOfTapsRequired()
+               : 0;
+}
+
+/// The recogniser that wins the touch: of several taps the one that counts most, else the nearest.
+Owned<UIGestureRecognizer> winner()
+{
+    UIGestureRecognizer* best = nullptr;
+    for (UIGestureRecognizer* recognizer : finger.recognizers) {
+        if (stateOf(recognizer).hasNews && (best == nullptr || tapsOf(recognizer) > tapsOf(best)))
+            best = recognizer;
+    }
+    return best;
+}
+
+void tellTargets(UIGestureRecognizer* recognizer)
+{
+    stateOf(recognizer).hasNews = false;
+    for (const GestureState::Target& target : std::vector(stateOf(recognizer).targets)) {
+        const IMP action = class_getMethodImplementation(object_getClass(target.object), target.action);
+        reinterpret_cast<void (*)(id, SEL, id)>(action)(target.object, target.action, recognizer);
+    }
+}
+
+void cancelInView(NSSet* touches)
+{
+    if (!finger.isCancelledInView)
+        finger.view->touchesCancelled_withEvent(touches, nullptr);
+    finger.isCancelledInView = true;
+}
+
+/// One recogniser wins and the others fail, but for a tap that waits for more taps than the one that has won.
+void settleRecognizers(NSSet* touches)
+{
+    const Owned<UIGestureRecognizer> best = winner();
+    if (best == nullptr)
+        return;
+    for (UIGestureRecognizer* other : finger.recognizers) {
+        const bool waitsForMoreTaps = tapsOf(best) > 0 && tapsOf(other) > tapsOf(best);
+        if (other != best && !waitsForMoreTaps)
+            other->setState(UIGestureRecognizerStateFailed);
+    }
+    if (best->cancelsTouchesInView())
+        cancelInView(touches);
+    tellTargets(best);
+}
+
+bool follows(UIGestureRecognizer* recognizer)
+{
+    return recognizer->state() != UIGestureRecognizerStateFailed && recognizer->state() != UIGestureRecognizerStateEnded;
+}
+
+template <FixedString Name>
+void deliver(UITouchPhase phase)
+{
+    TouchState& state = stateOf(finger.touch.get());
+    state.phase = phase;
+    state.timestamp = now;
+    NSSet* const touches = NSSet::setWithObject(finger.touch.get());
+    for (UIGestureRecognizer* recognizer : finger.recognizers) {
+        if (follows(recognizer))
+            send<Name>(recognizer, touches, static_cast<UIEvent*>(nullptr));
+    }
+    settleRecognizers(touches);
+    if (!finger.isCancelledInView)
+        send<Name>(finger.view.get(), touches, static_cast<UIEvent*>(nullptr));
+}
+
+void gatherRecognizers(UIView* view)
+{
+    for (; view != nullptr; view = view->superview()) {
+        for (UIGestureRecognizer* recognizer : each<UIGestureRecognizer>(view->gestureRecognizers())) {
+            if (recognizer->isEnabled())
+                finger.recognizers.emplace_back(recognizer);
+        }
+    }
+}
+
+void putDown(UIWindow* window, CGPoint point)
+{
+    window->layoutIfNeeded();
+    UIView* const view = window->hitTest_withEvent(point, nullptr);
+    if (view == nullptr)
+        return;
+    finger.touch = adopt(send<"new", UITouch*>(classNamed<"UITouch">()));
+    finger.view = view;
+    stateOf(finger.touch.get()) = {UITouchPhaseBegan, now, view, window, point};
+    gatherRecognizers(view);
+    deliver<"touchesBegan:withEvent:">(UITouchPhaseBegan);
+}
+
+void lift(CGPoint point)
+{
+    if (finger.touch == nullptr)
+        return;
+    now += touchDuration;
+    stateOf(finger.touch.get()).location = point;
+    deliver<"touchesEnded:withEvent:">(UITouchPhaseEnded);
+    const Finger lifted = std::exchange(finger, {});
+    for (UIGestureRecognizer* recognizer : lifted.recognizers)
+        send<"reset">(recognizer);
+}
+
+} // namespace
+
+void touchDown(UIWindow* window, CGPoint point)
+{
+    touchUp();
+    now += pauseBetweenGestures;
+    putDown(window, point);
+}
+
+void touchMove(CGPoint point)
+{
+    if (finger.touch == nullptr)
+        return;
+    now += touchDuration;
+    stateOf(finger.touch.get()).location = point;
+    deliver<"touchesMoved:withEvent:">(UITouchPhaseMoved);
+}
+
+void touchUp(CGPoint point)
+{
+    lift(point);
+}
+
+void touchUp()
+{
+    if (finger.touch != nullptr)
+        lift(stateOf(finger.touch.get()).location);
+}
+
+bool fingerIsDown()
+{
+    return finger.touch != nullptr;
+}
+
+void tap(UIWindow* window, CGPoint point, int times)
+{
+    touchDown(window, point);
+    touchUp();
+    for (int i = 1; i < times; ++i) {
+        now += pauseBetweenTaps;
+        putDown(window, point);
+        touchUp();
+    }
+}
+
+void swipe(UIWindow* window, CGPoint point, Direction direction)
+{
+    constexpr CGFloat stroke = 160;
+    constexpr int steps = 10;
+    struct Way {
+        CGFloat x;
+        CGFloat y;
+    };
+    constexpr Way ways[] = {{-1, 0}, {1, 0}, {0, -1}, {0, 1}};
+    const Way way = ways[static_cast<int>(direction)];
+    touchDown(window, point);
+    for (int i = 0; i < steps; ++i) {
+        point.x += way.x * stroke / steps;
+        point.y += way.y * stroke / steps;
+        touchMove(point);
+    }
+    touchUp();
+}
+
+} // namespace simulator

@@ -1,0 +1,28 @@
+#include "simulator/uikit/uikit.hpp"
+
+namespace simulator {
+
+void registerUIKit()
+{
+    registerUIColor();
+    registerUIFont();
+    registerUIImage();
+    registerUIScreen();
+    registerUIResponder();
+    registerUIApplication();
+    registerUITouch();
+    registerUIView();
+    registerUIWindow();
+    registerUILabel();
+    registerUIImageView();
+    registerUIGestureRecognizer();
+    registerUITapGestureRecognizer();
+    registerUISwipeGestureRecognizer();
+    registerUIPanGestureRecognizer();
+    registerUIScrollView();
+    registerUITableViewCell();
+    registerUITableView();
+    addStringDrawing();
+}
+
+} // namespace simulator
