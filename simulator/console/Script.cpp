@@ -15,7 +15,7 @@ namespace {
 
 bool isRegularFile(int descriptor)
 {
-    struct stat status {};
+    struct stat status{};
     return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 

@@ -236,8 +236,7 @@ void release(Console& console, Words arguments)
 void swipeFrom(Console& console, Words arguments)
 {
     const auto direction = chosen<Direction>(
-        arguments[1],
-        {{"left", Direction::left}, {"right", Direction::right}, {"up", Direction::up}, {"down", Direction::down}});
+        arguments[1], {{"left", Direction::left}, {"right", Direction::right}, {"up", Direction::up}, {"down", Direction::down}});
     swipe(springBoardWindow(), place(console, arguments[0]), direction);
 }
 

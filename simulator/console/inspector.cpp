@@ -1,6 +1,7 @@
 #include "simulator/console/inspector.hpp"
 
 #include <cmath>
+#include <cstring>
 #include <ctime>
 #include <map>
 #include <string_view>
@@ -71,19 +72,6 @@ Json imageSize(UIImage* image)
     return {{"size", size(image->size())}, {"scale", number(image->scale())}};
 }
 
-NSObject* textOf(UIView* view)
-{
-    if (view->respondsToSelector(selector<"text">()))
-        return send<"text", NSObject*>(view);
-    return send<"currentTitle", NSObject*>(view);
-}
-
-bool hasText(UIView* view)
-{
-    return view->respondsToSelector(selector<"text">()) ||
-           (isKind(view, "UIButton") && view->respondsToSelector(selector<"currentTitle">()));
-}
-
 /// All of a view but its subviews.
 Json viewItself(UIView* view, const ObjectNames& names)
 {
@@ -94,8 +82,10 @@ Json viewItself(UIView* view, const ObjectNames& names)
     json["bounds"] = rectangle(view->bounds());
     json["hidden"] = view->isHidden();
     json["alpha"] = number(view->alpha());
-    if (hasText(view))
-        json["text"] = inspectObject(textOf(view));
+    if (view->respondsToSelector(selector<"text">()))
+        json["text"] = inspectObject(send<"text", NSObject*>(view));
+    else if (view->respondsToSelector(selector<"currentTitle">()))
+        json["text"] = inspectObject(send<"currentTitle", NSObject*>(view));
     if (view->respondsToSelector(selector<"image">()))
         json["image"] = imageSize(send<"image", UIImage*>(view));
     if (view->tag() != 0 || isKind(view, "UIControl"))
@@ -206,9 +196,9 @@ struct Form {
 };
 
 constexpr Form forms[] = {
-    {"UIView", inspectView},          {"UIImage", inspectImage},   {"UIColor", inspectColor},
-    {"UIFont", inspectFont},          {"CALayer", inspectLayer},   {"NSString", inspectString},
-    {"NSNumber", inspectNumber},      {"NSArray", inspectArray},   {"NSDictionary", inspectDictionary},
+    {"UIView", inspectView},     {"UIImage", inspectImage}, {"UIColor", inspectColor},
+    {"UIFont", inspectFont},     {"CALayer", inspectLayer}, {"NSString", inspectString},
+    {"NSNumber", inspectNumber}, {"NSArray", inspectArray}, {"NSDictionary", inspectDictionary},
     {"NSDate", inspectDate},
 };
 
@@ -248,7 +238,9 @@ ObjectNames namesOfObjects()
 {
     ObjectNames names;
     for (const ExportedSymbol& variable : exportedVariables()) {
-        if (const void* const object = *static_cast<void**>(variable.address); object != nullptr)
+        const void* object;
+        std::memcpy(&object, variable.address, sizeof object);
+        if (object != nullptr)
             names.emplace(object, variable.name);
     }
     return names;

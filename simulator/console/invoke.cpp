@@ -102,7 +102,8 @@ std::string nameOf(id object)
     return class_getName(object_getClass(object));
 }
 
-Value invoke(id receiver, const std::string& selectorName, std::span<const std::string> arguments, const ObjectAtPath& objectAtPath)
+Value invoke(id receiver, const std::string& selectorName, std::span<const std::string> arguments,
+             const ObjectAtPath& objectAtPath)
 {
     if (receiver == nullptr)
         return id{nullptr};
@@ -112,8 +113,8 @@ Value invoke(id receiver, const std::string& selectorName, std::span<const std::
         throw BadLine(nameOf(receiver) + " does not respond to \"" + selectorName + "\"");
     const NSUInteger expected = signature->numberOfArguments() - firstArgument;
     if (arguments.size() != expected)
-        throw BadLine("\"" + selectorName + "\" takes " + std::to_string(expected) + (expected == 1 ? " argument" : " arguments") +
-                      ", not " + std::to_string(arguments.size()));
+        throw BadLine("\"" + selectorName + "\" takes " + std::to_string(expected) +
+                      (expected == 1 ? " argument" : " arguments") + ", not " + std::to_string(arguments.size()));
 
     const ValueType& resultType = valueType(signature->methodReturnType());
     NSInvocation* const invocation = NSInvocation::invocationWithMethodSignature(signature);

@@ -71,7 +71,8 @@ Options readOptions(std::span<char* const> arguments)
         else if (takesValue && i + 1 < arguments.size())
             value = arguments[++i];
         if (takesValue == value.empty())
-            throw std::invalid_argument(name + (takesValue ? " needs a value: " + std::string(option->value) : " takes no value"));
+            throw std::invalid_argument(name +
+                                        (takesValue ? " needs a value: " + std::string(option->value) : " takes no value"));
         option->set(options, value);
     }
     return options;

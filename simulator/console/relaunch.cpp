@@ -67,9 +67,12 @@ Script::Position scriptFromJson(const json& script)
 json toJson(const Continuation& continuation)
 {
     return {
-        {"script", scriptToJson(continuation.script)},   {"clock", orNull(continuation.frozenClock)},
-        {"weather", weatherToJson(continuation.weather)}, {"celsius", continuation.showsCelsius},
-        {"log", continuation.log},                       {"locked", continuation.isLocked},
+        {"script", scriptToJson(continuation.script)},
+        {"clock", orNull(continuation.frozenClock)},
+        {"weather", weatherToJson(continuation.weather)},
+        {"celsius", continuation.showsCelsius},
+        {"log", continuation.log},
+        {"locked", continuation.isLocked},
     };
 }
 

@@ -15,8 +15,8 @@ namespace simulator {
 struct Nothing {};
 
 /// An object is not retained, and a C string not copied: a value is good until the innermost autorelease pool ends.
-using Value = std::variant<Nothing, id, Class, long long, unsigned long long, double, bool, const char*, CGRect, CGPoint, CGSize,
-                           NSRange>;
+using Value =
+    std::variant<Nothing, id, Class, long long, unsigned long long, double, bool, const char*, CGRect, CGPoint, CGSize, NSRange>;
 
 /// The double with the fewest digits that is this float, so that 0.1f reads 0.1.
 double shortestDouble(float value);

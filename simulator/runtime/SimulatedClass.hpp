@@ -17,7 +17,9 @@ public:
     SimulatedClass(const char* name, const char* superclass) : ClassBuilder<State>(name, superclass)
     {
         if constexpr (!std::is_empty_v<State>) {
-            this->addIvarBlock("_state", sizeof(State), alignof(State), "?");
+            // A name of its own: GNU's runtime refuses a second variable of one name along the superclasses.
+            stateName_ = std::string("_") + name + "State";
+            this->addIvarBlock(stateName_.c_str(), sizeof(State), alignof(State), "?");
             this->template method<".cxx_construct">(&construct);
             this->template method<".cxx_destruct">(&destroy);
         }
@@ -151,6 +153,8 @@ private:
         return self;
     }
     static void destroy(NSObject* self, SEL) { ivarsOf<State>(self).~State(); }
+
+    std::string stateName_;
 };
 
 /// Replaces the implementation of a method that a class of the platform already has; class methods too, through the

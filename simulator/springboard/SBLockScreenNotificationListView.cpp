@@ -19,7 +19,7 @@ struct ListViewIvars {
     Strong<UIView> _bottomPocketView;
 };
 
-constexpr CGFloat rowHeight = 68;
+constexpr CGFloat rowHeight = 72;
 constexpr CGFloat hairline = 0.5;
 /// Rows begin below the status bar and end above the clock.
 constexpr UIEdgeInsets rowInset{.top = 40, .left = 0, .bottom = 190, .right = 0};
