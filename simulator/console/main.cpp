@@ -38,16 +38,11 @@ void printHelp()
               << commandUsages();
 }
 
-fs::path executable()
-{
-    return fs::read_symlink("/proc/self/exe");
-}
-
 /// Gives the root folder, ready for use. The files of a phone that only relaunches are left alone.
-fs::path prepareRoot(const Options& options, bool isRelaunched)
+fs::path prepareRoot(const Options& options, const fs::path& programFolder, bool isRelaunched)
 {
-    const fs::path installedTree = executable().parent_path() / "phone";
-    const fs::path root = options.root.value_or(executable().parent_path() / "root");
+    const fs::path installedTree = programFolder / "phone";
+    const fs::path root = options.root.value_or(programFolder / "root");
     if (!isRelaunched) {
         if (options.root)
             prepareChosenRoot(root, installedTree);
@@ -57,9 +52,9 @@ fs::path prepareRoot(const Options& options, bool isRelaunched)
     return fs::canonical(root);
 }
 
-Script::Position openScript(const Options& options)
+Script::Position openScript(const Options& options, const fs::path& programFolder)
 {
-    const fs::path file = options.script.value_or(executable().parent_path() / "share" / "scene.txt");
+    const fs::path file = options.script.value_or(programFolder / "share" / "scene.txt");
     if (file == "-")
         return {STDIN_FILENO, 0, {}};
     // Left open over a relaunch.
@@ -96,9 +91,11 @@ int runScript(Script& script)
 /// Starts SpringBoard and lets it live as long as its script.
 int runSpringBoard(const Options& options, char** arguments)
 {
+    const fs::path program = fs::read_symlink("/proc/self/exe");
+    const fs::path folder = program.parent_path();
     const auto continuation = takeContinuation();
-    Script script(continuation ? continuation->script : openScript(options));
-    setPhoneRoot(prepareRoot(options, continuation.has_value()));
+    Script script(continuation ? continuation->script : openScript(options, folder));
+    setPhoneRoot(prepareRoot(options, folder, continuation.has_value()));
 
     const AutoreleasePool pool;
     rememberRaisedExceptions();
@@ -107,7 +104,7 @@ int runSpringBoard(const Options& options, char** arguments)
         restoreSurroundings(*continuation);
     launchSpringBoard(options.screen);
     openDarwinNotifications();
-    setRelaunchHandler([&script, arguments] { relaunch(executable(), arguments, script); });
+    setRelaunchHandler([&program, arguments, &script] { relaunch(program, arguments, script); });
     injectLibraries(options.libraries);
     if (continuation && continuation->isLocked)
         lockScreen();

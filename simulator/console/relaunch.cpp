@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <exception>
 #include <iostream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <sys/mman.h>

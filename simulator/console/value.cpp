@@ -60,8 +60,10 @@ Value readClass(const void* storage)
 
 bool writeClass(const std::string& text, void* storage, const ObjectAtPath& objectAtPath)
 {
-    if (text.starts_with('@'))
-        return store(objectAtPath(text.substr(1)), storage);
+    if (text.starts_with('@')) {
+        const id object = objectAtPath(text.substr(1));
+        return (object == nullptr || isClass(object)) && store(object, storage);
+    }
     const Class cls = objc_getClass(text.c_str());
     return (cls != nullptr || text == "nil") && store(cls, storage);
 }
