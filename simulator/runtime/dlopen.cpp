@@ -1,6 +1,7 @@
 #include <dlfcn.h>
 #include <string_view>
 
+#include "platform/runtime/dlopen.hpp"
 #include "simulator/foundation/phone_root.hpp"
 
 /// Stands in front of the machine's dlopen: a path of the phone that a library of the phone asks for is looked up in the
