@@ -6,7 +6,7 @@ file(GLOB console_sources CONFIGURE_DEPENDS simulator/console/*.cpp)
 
 # An object library, so that every entry point of the platform is in each process that links it.
 add_library(simulator OBJECT ${simulator_sources})
-target_link_libraries(simulator PUBLIC platform PkgConfig::pango ${CMAKE_DL_LIBS})
+target_link_libraries(simulator PUBLIC platform PkgConfig::pango PkgConfig::libical PkgConfig::icu ${CMAKE_DL_LIBS})
 # Classes are looked up by name, so the linker sees no use of Foundation.
 target_link_options(simulator PUBLIC -Wl,--no-as-needed)
 target_link_libraries(simulator PUBLIC gnustep-base objc)

@@ -2,6 +2,7 @@
 #include "core/settings.hpp"
 #include "platform/runtime/AutoreleasePool.hpp"
 #include "platform/runtime/dlopen.hpp"
+#include "text/SVWidget.hpp"
 #include "text/condition_words.hpp"
 #include "text/greeting.hpp"
 
@@ -27,6 +28,7 @@ void observeDarwinNotification(NSString* name, CFNotificationCallback callback)
 {
     setConditionWords();
     palString = constantString<"Pal">();
+    registerSVWidget();
 
     for (const char* path : librariesLoadedFirst)
         dlopen(path, RTLD_NOW_MODE);

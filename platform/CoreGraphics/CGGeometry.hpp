@@ -24,6 +24,16 @@ struct CGRect {
     static constexpr CGRect make(CGFloat x, CGFloat y, CGFloat width, CGFloat height) { return {{x, y}, {width, height}}; }
 };
 
+inline constexpr CGFloat CGRectGetMidX(CGRect rect)
+{
+    return rect.origin.x + rect.size.width / 2;
+}
+
+inline constexpr CGFloat CGRectGetMidY(CGRect rect)
+{
+    return rect.origin.y + rect.size.height / 2;
+}
+
 template <>
 struct StructEncoding<CGPoint> {
     static constexpr FixedString text = encodeStruct<"CGPoint", CGFloat, CGFloat>();

@@ -19,6 +19,7 @@ public:
 class NSMutableArray : public NSArray {
 public:
     static NSMutableArray* alloc() { return send<"alloc", NSMutableArray*>(classNamed<"NSMutableArray">()); }
+    NSMutableArray* initWithArray(NSArray* array) { return send<"initWithArray:", NSMutableArray*>(this, array); }
     NSMutableArray* init() { return send<"init", NSMutableArray*>(this); }
     void addObject(id object) { send<"addObject:">(this, object); }
     void removeAllObjects() { send<"removeAllObjects">(this); }

@@ -15,11 +15,19 @@ enum NSCalendarUnit : NSUInteger {
 /// The units of one date, taken apart.
 class NSDateComponents : public NSObject {
 public:
+    static NSDateComponents* alloc() { return send<"alloc", NSDateComponents*>(classNamed<"NSDateComponents">()); }
+    NSDateComponents* init() { return send<"init", NSDateComponents*>(this); }
     NSInteger year() { return send<"year", NSInteger>(this); }
     NSInteger month() { return send<"month", NSInteger>(this); }
     NSInteger day() { return send<"day", NSInteger>(this); }
+    void setDay(NSInteger day) { send<"setDay:">(this, day); }
     NSInteger hour() { return send<"hour", NSInteger>(this); }
 };
+
+constexpr NSCalendarUnit operator|(NSCalendarUnit left, NSCalendarUnit right)
+{
+    return static_cast<NSCalendarUnit>(static_cast<NSUInteger>(left) | static_cast<NSUInteger>(right));
+}
 
 /// A calendar system with its arithmetic, in the process's time zone unless told otherwise.
 class NSCalendar : public NSObject {
@@ -34,6 +42,16 @@ public:
     NSDateComponents* components_fromDate(NSCalendarUnit units, NSDate* date)
     {
         return send<"components:fromDate:", NSDateComponents*>(this, units, date);
+    }
+    /// Options 0: the smaller units stay as they are, so a day later is the same time of day.
+    NSDate* dateByAddingComponents_toDate_options(NSDateComponents* components, NSDate* date, NSUInteger options)
+    {
+        return send<"dateByAddingComponents:toDate:options:", NSDate*>(this, components, date, options);
+    }
+    /// The numbers that the smaller unit takes in the one larger unit that holds the date.
+    NSRange rangeOfUnit_inUnit_forDate(NSCalendarUnit smaller, NSCalendarUnit larger, NSDate* date)
+    {
+        return send<"rangeOfUnit:inUnit:forDate:", NSRange>(this, smaller, larger, date);
     }
 };
 

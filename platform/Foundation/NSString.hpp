@@ -29,6 +29,14 @@ public:
     float floatValue() { return send<"floatValue", float>(this); }
 };
 
+/// A text that can change.
+class NSMutableString : public NSString {
+public:
+    static NSMutableString* alloc() { return send<"alloc", NSMutableString*>(classNamed<"NSMutableString">()); }
+    NSMutableString* initWithString(NSString* text) { return send<"initWithString:", NSMutableString*>(this, text); }
+    void insertString_atIndex(NSString* text, NSUInteger index) { send<"insertString:atIndex:">(this, text, index); }
+};
+
 /// The constant string of that text (UTF-8). It is made at its first use and never freed.
 template <FixedString Text>
 inline NSString* constantString()

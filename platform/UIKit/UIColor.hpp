@@ -9,6 +9,8 @@ public:
     static UIColor* alloc() { return send<"alloc", UIColor*>(classNamed<"UIColor">()); }
     static UIColor* whiteColor() { return send<"whiteColor", UIColor*>(classNamed<"UIColor">()); }
     static UIColor* blackColor() { return send<"blackColor", UIColor*>(classNamed<"UIColor">()); }
+    static UIColor* grayColor() { return send<"grayColor", UIColor*>(classNamed<"UIColor">()); }
+    static UIColor* greenColor() { return send<"greenColor", UIColor*>(classNamed<"UIColor">()); }
     static UIColor* clearColor() { return send<"clearColor", UIColor*>(classNamed<"UIColor">()); }
     /// Components from 0 to 1.
     static UIColor* colorWithWhite_alpha(CGFloat white, CGFloat alpha)

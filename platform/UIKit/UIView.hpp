@@ -6,6 +6,7 @@
 #include "platform/UIKit/UIColor.hpp"
 #include "platform/UIKit/UIResponder.hpp"
 
+class UIEvent;
 class UIGestureRecognizer;
 class UIWindow;
 

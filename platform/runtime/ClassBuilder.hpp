@@ -1,7 +1,5 @@
 #pragma once
 
-#include <bit>
-
 #include "platform/runtime/Encoding.hpp"
 #include "platform/runtime/Strong.hpp"
 #include "platform/runtime/Weak.hpp"
@@ -69,6 +67,12 @@ public:
         return *this;
     }
 
+    ClassBuilder& adopts(const char* protocol)
+    {
+        class_addProtocol(cls_, objc_getProtocol(protocol));
+        return *this;
+    }
+
     /// Makes the class known to the runtime.
     Class registerClass()
     {
@@ -86,7 +90,7 @@ protected:
 
     void addIvarBlock(const char* name, std::size_t size, std::size_t alignment, const char* types)
     {
-        class_addIvar(cls_, name, size, static_cast<std::uint8_t>(std::countr_zero(alignment)), types);
+        class_addIvar(cls_, name, size, static_cast<std::uint8_t>(__builtin_ctzl(alignment)), types);
         if (firstIvar_ == nullptr)
             firstIvar_ = name;
     }

@@ -38,7 +38,15 @@ BOOL class_addIvar(Class cls, const char* name, std::size_t size, std::uint8_t a
 /// NO, and no change, when the class itself already has a method for the selector.
 BOOL class_addMethod(Class cls, SEL selector, IMP implementation, const char* types);
 BOOL class_respondsToSelector(Class cls, SEL selector);
+
+/// Nil when no protocol of that name is loaded.
 objc_protocol* objc_getProtocol(const char* name);
+/// Nil when there is a protocol of that name already.
+objc_protocol* objc_allocateProtocol(const char* name);
+void objc_registerProtocol(objc_protocol* protocol);
+/// Before it is registered.
+void protocol_addProtocol(objc_protocol* protocol, objc_protocol* adopted);
+void protocol_addMethodDescription(objc_protocol* protocol, SEL selector, const char* types, BOOL isRequired, BOOL isInstance);
 BOOL class_addProtocol(Class cls, objc_protocol* protocol);
 
 id objc_retain(id object);

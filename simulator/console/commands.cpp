@@ -19,6 +19,7 @@
 #include "simulator/foundation/strings.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/services/darwin_notifications.hpp"
+#include "simulator/services/event_store.hpp"
 #include "simulator/services/weather.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 #include "simulator/uikit/touch_input.hpp"
@@ -37,6 +38,14 @@ void print(const Json& json)
 }
 
 // Reading arguments
+
+double momentIn(const std::string& localTime)
+{
+    const auto moment = momentOfLocalTime(localTime);
+    if (!moment)
+        throw BadLine('"' + localTime + "\" is no time: write it like 2014-03-05T08:30:00");
+    return *moment;
+}
 
 template <class Meaning>
 struct Choice {
@@ -112,8 +121,8 @@ void setClock(Console&, Words arguments)
 {
     if (arguments[0] == "live")
         runClock();
-    else if (!freezeClock(arguments[0]))
-        throw BadLine('"' + arguments[0] + "\" is no time: write it like 2014-03-05T08:30:00");
+    else
+        freezeClockAt(momentIn(arguments[0]));
 }
 
 void setWeather(Console&, Words arguments)
@@ -176,6 +185,15 @@ void addAlert(Console&, Words arguments)
 void addUnknown(Console&, Words)
 {
     addListItem(unknownItem());
+}
+
+void addCalendarEvent(Console&, Words arguments)
+{
+    const double start = momentIn(arguments[1]);
+    const double end = momentIn(arguments[2]);
+    if (end < start)
+        throw BadLine("the event ends before it starts");
+    addEvent(arguments[0], start, end);
 }
 
 void clearItems(Console&, Words)
@@ -336,6 +354,7 @@ constexpr Command commands[] = {
     {"card", "ID [TITLE]", 1, 2, true, addCard},
     {"alert", "TITLE [MESSAGE]", 1, 2, true, addAlert},
     {"unknown", "", 0, 0, true, addUnknown},
+    {"event", "TITLE START END", 3, 3, false, addCalendarEvent},
     {"clear", "", 0, 0, true, clearItems},
     {"teardown", "", 0, 0, true, tearDown},
     {"screen", "off | on", 1, 1, true, switchScreen},

@@ -38,7 +38,7 @@ void replaceClock()
     machinesDate = replaceMethod<"date">(metaclassOf(classNamed<"NSDate">()), &date);
 }
 
-bool freezeClock(std::string_view localTime)
+std::optional<double> momentOfLocalTime(std::string_view localTime)
 {
     std::tm time{};
     int end = 0;
@@ -47,14 +47,21 @@ bool freezeClock(std::string_view localTime)
                                    &time.tm_hour, &time.tm_min, &time.tm_sec, &end);
     constexpr std::size_t writtenLength = std::string_view("2014-03-05T08:30:00").size();
     if (fields != 6 || static_cast<std::size_t>(end) != text.size() || text.size() != writtenLength)
-        return false;
+        return std::nullopt;
     time.tm_year -= 1900;
     time.tm_mon -= 1;
     if (!isValid(time))
-        return false;
+        return std::nullopt;
     time.tm_isdst = -1;
-    frozenSeconds = static_cast<double>(mktime(&time));
-    return true;
+    return static_cast<double>(mktime(&time));
+}
+
+bool freezeClock(std::string_view localTime)
+{
+    const auto moment = momentOfLocalTime(localTime);
+    if (moment)
+        frozenSeconds = moment;
+    return moment.has_value();
 }
 
 void freezeClockAt(double seconds)

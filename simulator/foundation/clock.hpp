@@ -6,9 +6,12 @@
 /// The clock that `NSDate date` reads.
 namespace simulator {
 
-/// Freezes the clock at a local time of the process's time zone, written "2014-03-05T08:30:00" (proleptic Gregorian). A
-/// text that is not such a time gives false and changes nothing. A time that a clock change skips is read as if the clock
-/// had not changed yet.
+/// The moment of a local time of the process's time zone, written "2014-03-05T08:30:00" (proleptic Gregorian), in seconds
+/// since 1970-01-01T00:00:00Z. A text that is not such a time gives none. A time that a clock change skips is read as if
+/// the clock had not changed yet.
+std::optional<double> momentOfLocalTime(std::string_view localTime);
+
+/// Freezes the clock at a local time. A text that is not one gives false and changes nothing.
 bool freezeClock(std::string_view localTime);
 
 /// Freezes the clock at a moment, in seconds since 1970-01-01T00:00:00Z.

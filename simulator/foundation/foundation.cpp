@@ -9,6 +9,9 @@ void prepareFoundation()
     addRuntimeEntryPoints();
     replaceClock();
     replacePropertyListReading();
+    replaceLocale();
+    replaceNumberReading();
+    replaceCalendarRanges();
 }
 
 } // namespace simulator

@@ -2,15 +2,14 @@
 
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
 #include <string>
-#include <unistd.h>
 #include <utility>
 
 #include "simulator/foundation/foundation.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/foundation/system_log.hpp"
+#include "simulator/foundation/whole_file.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 
 /// GNUstep reads only XML through dictionaryWithContentsOfFile: and complains on standard error about a file it cannot
@@ -72,15 +71,7 @@ void writePropertyList(NSDictionary* root, const std::filesystem::path& file)
 {
     const id contents = send<"dataWithPropertyList:format:options:error:", id>(
         classNamed<"NSPropertyListSerialization">(), root, binaryFormat, NSUInteger{0}, static_cast<id*>(nullptr));
-    std::filesystem::create_directories(file.parent_path());
-    const std::filesystem::path temporary = file.native() + "." + std::to_string(getpid());
-    {
-        std::ofstream stream(temporary, std::ios::binary);
-        stream.write(send<"bytes", const char*>(contents), static_cast<std::streamsize>(send<"length", NSUInteger>(contents)));
-        if (!stream.flush())
-            throw std::runtime_error("cannot write " + temporary.native());
-    }
-    std::filesystem::rename(temporary, file);
+    writeWholeFile(file, {send<"bytes", const char*>(contents), send<"length", NSUInteger>(contents)});
 }
 
 void replacePropertyListReading()

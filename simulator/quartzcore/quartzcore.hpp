@@ -2,7 +2,10 @@
 
 namespace simulator {
 
-/// Registers the classes of Core Animation.
+/// Registers the classes of Core Animation, superclasses first. To be called once.
+void registerQuartzCore();
+
 void registerCALayer();
+void registerCAGradientLayer();
 
 } // namespace simulator

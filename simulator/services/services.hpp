@@ -5,4 +5,7 @@ namespace simulator {
 /// Registers the classes of the weather framework.
 void registerWeather();
 
+/// Registers the classes of the calendar store.
+void registerEventKit();
+
 } // namespace simulator

@@ -7,7 +7,6 @@
 #include "platform/UIKit/UIWindow.hpp"
 #include "simulator/foundation/foundation.hpp"
 #include "simulator/graphics/Bitmap.hpp"
-#include "simulator/quartzcore/colours.hpp"
 #include "simulator/quartzcore/compositor.hpp"
 #include "simulator/quartzcore/damage.hpp"
 #include "simulator/quartzcore/quartzcore.hpp"
@@ -67,10 +66,10 @@ void registerSpringBoard()
 void launchSpringBoard(const ScreenSize& screen)
 {
     prepareFoundation();
-    registerCGColor();
-    registerCALayer();
+    registerQuartzCore();
     registerUIKit();
     registerWeather();
+    registerEventKit();
     registerSpringBoardClasses();
 
     setMainScreen({screen.width, screen.height}, screen.scale);

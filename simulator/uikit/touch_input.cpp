@@ -9,6 +9,7 @@
 #include "platform/runtime/each.hpp"
 #include "simulator/uikit/GestureState.hpp"
 #include "simulator/uikit/TouchState.hpp"
+#include "simulator/uikit/target_action.hpp"
 
 namespace simulator {
 
@@ -52,10 +53,9 @@ Owned<UIGestureRecognizer> winner()
 void tellTargets(UIGestureRecognizer* recognizer)
 {
     stateOf(recognizer).hasNews = false;
-    for (const GestureState::Target& target : std::vector(stateOf(recognizer).targets)) {
-        const IMP action = class_getMethodImplementation(object_getClass(target.object), target.action);
-        reinterpret_cast<void (*)(id, SEL, id)>(action)(target.object, target.action, recognizer);
-    }
+    // A copy, since an action may add another.
+    for (const GestureState::Target& target : std::vector(stateOf(recognizer).targets))
+        perform(target.object, target.action, recognizer);
 }
 
 void cancelInView(NSSet* touches)

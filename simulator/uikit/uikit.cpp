@@ -15,6 +15,8 @@ void registerUIKit()
     registerUIWindow();
     registerUILabel();
     registerUIImageView();
+    registerUIControl();
+    registerUIButton();
     registerUIGestureRecognizer();
     registerUITapGestureRecognizer();
     registerUISwipeGestureRecognizer();

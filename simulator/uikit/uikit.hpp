@@ -16,6 +16,8 @@ void registerUIView();
 void registerUIWindow();
 void registerUILabel();
 void registerUIImageView();
+void registerUIControl();
+void registerUIButton();
 void registerUIGestureRecognizer();
 void registerUITapGestureRecognizer();
 void registerUISwipeGestureRecognizer();

@@ -1,0 +1,104 @@
+#include "calendar/APLCalendar.hpp"
+
+#include "calendar/cell_sizes.hpp"
+#include "calendar/day_events.hpp"
+#include "calendar/day_selection.hpp"
+#include "calendar/month_drawing.hpp"
+#include "calendar/month_model.hpp"
+#include "calendar/swipes.hpp"
+#include "platform/Foundation/NSCalendar.hpp"
+
+namespace {
+
+void showMonthOf(APLCalendar* self, NSDate* date)
+{
+    NSDateComponents* const components =
+        NSCalendar::currentCalendar()->components_fromDate(NSCalendarUnitYear | NSCalendarUnitMonth | NSCalendarUnitDay, date);
+    APLCalendarIvars& ivars = ivarsOf(self);
+    ivars._today = components->day();
+    ivars._day = components->day();
+    ivars._month = components->month();
+    ivars._year = components->year();
+}
+
+void deriveSizes(APLCalendar* self)
+{
+    const auto sizes = cellSizesForWidth<CGFloat, NSInteger>(self->frame().size.width);
+    APLCalendarIvars& ivars = ivarsOf(self);
+    ivars._cellSize = sizes.cell;
+    ivars._borderWidth = sizes.border;
+    ivars._fontSize = sizes.font;
+    ivars._titleTextSize = sizes.title;
+}
+
+APLCalendar* init(APLCalendar* self, SEL)
+{
+    return self->initWithFrame(CGRect::make(0, 0, 320, 320));
+}
+
+APLCalendar* initWithFrame(APLCalendar* self, SEL, CGRect frame)
+{
+    self = superOf<APLCalendarIvars, "initWithFrame:", APLCalendar*>(self, frame);
+    if (self == nullptr)
+        return nullptr;
+    showMonthOf(self, NSDate::date());
+    deriveSizes(self);
+    addSwipeRecognizer(self);
+    self->drawHeader();
+    self->drawDays();
+    return self;
+}
+
+APLCalendarDelegate* delegate(APLCalendar* self, SEL)
+{
+    return ivarsOf(self)._delegate.load().autorelease();
+}
+
+void setDelegate(APLCalendar* self, SEL, APLCalendarDelegate* delegate)
+{
+    ivarsOf(self)._delegate = delegate;
+}
+
+} // namespace
+
+void registerAPLCalendar()
+{
+    registerAPLCalendarDelegate();
+    ClassBuilder<APLCalendarIvars>("APLCalendar", "UIView")
+        .ivar<&APLCalendarIvars::lblMonth>("lblMonth")
+        .ivar<&APLCalendarIvars::_day>("_day")
+        .ivar<&APLCalendarIvars::_month>("_month")
+        .ivar<&APLCalendarIvars::_year>("_year")
+        .ivar<&APLCalendarIvars::_cellSize>("_cellSize")
+        .ivar<&APLCalendarIvars::_fontSize>("_fontSize")
+        .ivar<&APLCalendarIvars::_titleTextSize>("_titleTextSize")
+        .ivar<&APLCalendarIvars::_today>("_today")
+        .ivar<&APLCalendarIvars::_borderWidth>("_borderWidth")
+        .ivar<&APLCalendarIvars::_recognizer>("_recognizer")
+        .ivar<&APLCalendarIvars::_delegate>("_delegate")
+        .method<"init">(init)
+        .method<"initWithFrame:">(initWithFrame)
+        .method<"delegate">(delegate)
+        .method<"setDelegate:">(setDelegate)
+        .method<"getTotalDaysInCurrentMonth">(getTotalDaysInCurrentMonth)
+        .method<"getOffsetDays">(getOffsetDays)
+        .method<"goOneMonthForward">(goOneMonthForward)
+        .method<"goOneMonthBack">(goOneMonthBack)
+        .method<"goOneYearForward">(goOneYearForward)
+        .method<"goOneYearBack">(goOneYearBack)
+        .method<"nextMonth">(nextMonth)
+        .method<"prevMonth">(prevMonth)
+        .method<"nextYear">(nextYear)
+        .method<"prevYear">(prevYear)
+        .method<"drawHeader">(drawHeader)
+        .method<"drawDays">(drawDays)
+        .method<"plotCellAtX:Y:Day:isGreyDay:">(plotCellAtX_Y_Day_isGreyDay)
+        .method<"clearViews">(clearViews)
+        .method<"swipePerformed:">(swipePerformed)
+        .method<"gestureRecognizer:shouldReceiveTouch:">(gestureRecognizer_shouldReceiveTouch)
+        .method<"selectDay:">(selectDay)
+        .method<"deselectDay:">(deselectDay)
+        .method<"getCalenderEventsForDay:">(getCalenderEventsForDay)
+        .method<"getStringFromDate:">(getStringFromDate)
+        .registerClass();
+}

@@ -1,0 +1,48 @@
+#include "calendar/day_events.hpp"
+
+#include "platform/EventKit/EventKit.hpp"
+#include "platform/Foundation/NSCalendar.hpp"
+#include "platform/Foundation/NSDateFormatter.hpp"
+#include "platform/Foundation/NSLocale.hpp"
+
+namespace {
+
+NSDate* dayAfter(NSDate* date)
+{
+    const Owned<NSDateComponents> oneDay = adopt(NSDateComponents::alloc()->init());
+    oneDay->setDay(1);
+    return NSCalendar::currentCalendar()->dateByAddingComponents_toDate_options(oneDay, date, 0);
+}
+
+} // namespace
+
+NSString* getCalenderEventsForDay(APLCalendar* self, SEL, NSDate* start)
+{
+    const Owned<EKEventStore> store = adopt(EKEventStore::newStore());
+    NSDate* const end = dayAfter(start);
+    const id defaultCalendar = store->defaultCalendarForNewEvents();
+    if (defaultCalendar == nullptr)
+        return constantString<"">();
+    NSArray* const calendars = NSArray::arrayWithObjects_count(&defaultCalendar, 1);
+    NSPredicate* const predicate = store->predicateForEventsWithStartDate_endDate_calendars(start, end, calendars);
+    const Owned<NSMutableArray> events =
+        adopt(NSMutableArray::alloc()->initWithArray(store->eventsMatchingPredicate(predicate)));
+
+    NSString* text = constantString<"">();
+    for (NSUInteger i = 0; i < events->count(); ++i) {
+        auto* const event = static_cast<EKEvent*>(events->objectAtIndex(i));
+        NSString* const from = self->getStringFromDate(event->startDate());
+        NSString* const until = self->getStringFromDate(event->endDate());
+        NSString* const times = NSString::stringWithFormat(constantString<"%@ - %@">(), from, until);
+        text = NSString::stringWithFormat(constantString<"%@%@\n%@\n\n">(), text, event->title(), times);
+    }
+    return text;
+}
+
+NSString* getStringFromDate(APLCalendar*, SEL, NSDate* date)
+{
+    const Owned<NSDateFormatter> formatter = adopt(NSDateFormatter::alloc()->init());
+    formatter->setLocale(NSLocale::currentLocale());
+    formatter->setDateFormat(constantString<"d MMM yyyy, HH:mm">());
+    return formatter->stringFromDate(date);
+}

@@ -1,0 +1,110 @@
+#include "calendar/month_model.hpp"
+
+#include "platform/Foundation/NSCalendar.hpp"
+#include "platform/Foundation/NSDateFormatter.hpp"
+#include "platform/runtime/ObjectLock.hpp"
+
+namespace {
+
+/// Every month has this day. A day of creation after it may be missing in the month that is shown, and a date that does
+/// not exist reads as none, or as one of the next month.
+constexpr NSInteger lastDayOfEveryMonth = 28;
+
+Owned<NSDateFormatter> formatterWithPattern(NSString* pattern)
+{
+    Owned<NSDateFormatter> formatter = adopt(NSDateFormatter::alloc()->init());
+    formatter->setDateFormat(pattern);
+    return formatter;
+}
+
+NSDate* dateFromDigits(NSString* digits)
+{
+    return formatterWithPattern(constantString<"dd-MM-yyyy">())->dateFromString(digits);
+}
+
+using Step = void (APLCalendar::*)();
+
+void redrawAfter(APLCalendar* self, Step step)
+{
+    const ObjectLock lock(self);
+    self->clearViews();
+    (self->*step)();
+    self->drawDays();
+    self->drawHeader();
+}
+
+} // namespace
+
+NSInteger getTotalDaysInCurrentMonth(APLCalendar* self, SEL)
+{
+    const APLCalendarIvars& ivars = ivarsOf(self);
+    const NSInteger day = ivars._day < lastDayOfEveryMonth ? ivars._day : lastDayOfEveryMonth;
+    NSDate* const date =
+        dateFromDigits(NSString::stringWithFormat(constantString<"%li-%li-%li">(), day, ivars._month, ivars._year));
+    const NSRange days = NSCalendar::currentCalendar()->rangeOfUnit_inUnit_forDate(NSCalendarUnitDay, NSCalendarUnitMonth, date);
+    return static_cast<NSInteger>(days.length);
+}
+
+NSInteger getOffsetDays(APLCalendar* self, SEL)
+{
+    const APLCalendarIvars& ivars = ivarsOf(self);
+    NSDate* const first =
+        dateFromDigits(NSString::stringWithFormat(constantString<"%i-%li-%li">(), 1, ivars._month, ivars._year));
+    const Owned<NSDateFormatter> formatter = adopt(NSDateFormatter::alloc()->init());
+    formatter->setFormatterBehavior(NSDateFormatterBehavior10_4);
+    formatter->setDateFormat(constantString<"e">());
+    const NSInteger weekday = formatter->stringFromDate(first)->intValue();
+    return weekday == 1 ? 7 : weekday - 1;
+}
+
+void goOneMonthForward(APLCalendar* self, SEL)
+{
+    APLCalendarIvars& ivars = ivarsOf(self);
+    if (ivars._month < 12) {
+        ++ivars._month;
+    } else {
+        ivars._month = 1;
+        ++ivars._year;
+    }
+}
+
+void goOneMonthBack(APLCalendar* self, SEL)
+{
+    APLCalendarIvars& ivars = ivarsOf(self);
+    if (ivars._month >= 2) {
+        --ivars._month;
+    } else {
+        ivars._month = 12;
+        --ivars._year;
+    }
+}
+
+void goOneYearForward(APLCalendar* self, SEL)
+{
+    ++ivarsOf(self)._year;
+}
+
+void goOneYearBack(APLCalendar* self, SEL)
+{
+    --ivarsOf(self)._year;
+}
+
+void nextMonth(APLCalendar* self, SEL)
+{
+    redrawAfter(self, &APLCalendar::goOneMonthForward);
+}
+
+void prevMonth(APLCalendar* self, SEL)
+{
+    redrawAfter(self, &APLCalendar::goOneMonthBack);
+}
+
+void nextYear(APLCalendar* self, SEL)
+{
+    redrawAfter(self, &APLCalendar::goOneYearForward);
+}
+
+void prevYear(APLCalendar* self, SEL)
+{
+    redrawAfter(self, &APLCalendar::goOneYearBack);
+}

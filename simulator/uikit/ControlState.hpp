@@ -1,0 +1,32 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/Foundation/NSString.hpp"
+#include "platform/UIKit/UIControl.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/uikit/target_action.hpp"
+
+namespace simulator {
+
+/// What every control holds ("UIControl", UIKit).
+struct ControlState {
+    struct Target {
+        /// Not retained.
+        NSObject* object;
+        SEL action;
+        NSUInteger events;
+    };
+    std::vector<Target> targets;
+    bool enabled = true;
+    bool highlighted = false;
+    bool selected = false;
+    bool isTracking = false;
+};
+
+inline ControlState& stateOf(UIControl* control)
+{
+    return ivarsOf<ControlState>(control);
+}
+
+} // namespace simulator
