@@ -13,7 +13,8 @@ public:
     {
         return send<"stringWithUTF8String:", NSString*>(classNamed<"NSString">(), text);
     }
-    /// The arguments must have the types that the format names ("String Format Specifiers", Foundation); %@ of nil prints "(null)".
+    /// The arguments must have the types that the format names ("String Format Specifiers", Foundation); %@ of nil prints
+    /// "(null)".
     template <class... Arguments>
     static NSString* stringWithFormat(NSString* format, Arguments... arguments)
     {

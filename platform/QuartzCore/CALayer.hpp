@@ -1,9 +1,8 @@
 #pragma once
 
+#include "platform/CoreGraphics/CGColor.hpp"
 #include "platform/CoreGraphics/CGGeometry.hpp"
 #include "platform/Foundation/NSArray.hpp"
-#include "platform/CoreGraphics/CGColor.hpp"
-
 
 /// A rectangle that draws itself and its sublayers.
 class CALayer : public NSObject {

@@ -36,7 +36,10 @@ public:
 /// Recognises a number of taps in quick succession.
 class UITapGestureRecognizer : public UIGestureRecognizer {
 public:
-    static UITapGestureRecognizer* alloc() { return send<"alloc", UITapGestureRecognizer*>(classNamed<"UITapGestureRecognizer">()); }
+    static UITapGestureRecognizer* alloc()
+    {
+        return send<"alloc", UITapGestureRecognizer*>(classNamed<"UITapGestureRecognizer">());
+    }
     UITapGestureRecognizer* initWithTarget_action(id target, SEL action)
     {
         return send<"initWithTarget:action:", UITapGestureRecognizer*>(this, target, action);
@@ -64,7 +67,10 @@ public:
 /// Follows a finger that drags.
 class UIPanGestureRecognizer : public UIGestureRecognizer {
 public:
-    static UIPanGestureRecognizer* alloc() { return send<"alloc", UIPanGestureRecognizer*>(classNamed<"UIPanGestureRecognizer">()); }
+    static UIPanGestureRecognizer* alloc()
+    {
+        return send<"alloc", UIPanGestureRecognizer*>(classNamed<"UIPanGestureRecognizer">());
+    }
     UIPanGestureRecognizer* initWithTarget_action(id target, SEL action)
     {
         return send<"initWithTarget:action:", UIPanGestureRecognizer*>(this, target, action);

@@ -53,7 +53,10 @@ public:
 
     /// The deepest view that takes a touch at the point, which is in this view's coordinates; nil when none does.
     UIView* hitTest_withEvent(CGPoint point, UIEvent* event) { return send<"hitTest:withEvent:", UIView*>(this, point, event); }
-    CGPoint convertPoint_fromView(CGPoint point, UIView* view) { return send<"convertPoint:fromView:", CGPoint>(this, point, view); }
+    CGPoint convertPoint_fromView(CGPoint point, UIView* view)
+    {
+        return send<"convertPoint:fromView:", CGPoint>(this, point, view);
+    }
     CGPoint convertPoint_toView(CGPoint point, UIView* view) { return send<"convertPoint:toView:", CGPoint>(this, point, view); }
     void addGestureRecognizer(UIGestureRecognizer* recognizer) { send<"addGestureRecognizer:">(this, recognizer); }
     NSArray* gestureRecognizers() { return send<"gestureRecognizers", NSArray*>(this); }

@@ -97,19 +97,19 @@ protected:
 
 private:
     template <class T>
-    void addIvar(const char* name, T Ivars::*member)
+    void addIvar(const char* name, T Ivars::* member)
     {
         addIvarBlock(name, sizeof(T), alignof(T), encode<T>().text);
         own(member);
     }
 
     template <class T>
-    void own(Strong<T> Ivars::*member)
+    void own(Strong<T> Ivars::* member)
     {
         own(offsetOf(member), false);
     }
     template <class T>
-    void own(Weak<T> Ivars::*member)
+    void own(Weak<T> Ivars::* member)
     {
         own(offsetOf(member), true);
     }
@@ -120,7 +120,7 @@ private:
     void own(std::ptrdiff_t offset, bool isWeak) { Record::owned[Record::ownedCount++] = {offset, isWeak}; }
 
     template <class T>
-    static std::ptrdiff_t offsetOf(T Ivars::*member)
+    static std::ptrdiff_t offsetOf(T Ivars::* member)
     {
         const Ivars probe{};
         return reinterpret_cast<const char*>(&(probe.*member)) - reinterpret_cast<const char*>(&probe);

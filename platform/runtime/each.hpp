@@ -36,7 +36,8 @@ public:
         void fetch()
         {
             index_ = 0;
-            count_ = send<"countByEnumeratingWithState:objects:count:", NSUInteger>(collection_, &state_, buffer_, NSUInteger{batch});
+            count_ =
+                send<"countByEnumeratingWithState:objects:count:", NSUInteger>(collection_, &state_, buffer_, NSUInteger{batch});
             if (count_ == 0)
                 return;
             if (!started_) {

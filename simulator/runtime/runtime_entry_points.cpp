@@ -5,8 +5,8 @@
 
 #include "platform/Foundation/NSObject.hpp"
 #include "platform/runtime/objc.hpp"
-#include "simulator/runtime/runtime_entry_points.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/runtime/runtime_entry_points.hpp"
 
 /// The entry points of the phone's object runtime that GNU's lacks, under the phone's names (documented in "Automatic
 /// Reference Counting", LLVM, and in the Objective-C Runtime reference).

@@ -203,8 +203,8 @@ CFNotificationCenterRef CFNotificationCenterGetDarwinNotifyCenter(void)
     return reinterpret_cast<CFNotificationCenterRef>(&center);
 }
 
-void CFNotificationCenterAddObserver(CFNotificationCenterRef, const void* observer, CFNotificationCallback callback, NSString* name,
-                                     const void*, CFNotificationSuspensionBehavior)
+void CFNotificationCenterAddObserver(CFNotificationCenterRef, const void* observer, CFNotificationCallback callback,
+                                     NSString* name, const void*, CFNotificationSuspensionBehavior)
 {
     simulator::observers().push_back({callback, name, const_cast<void*>(observer)});
 }

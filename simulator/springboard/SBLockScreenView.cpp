@@ -44,9 +44,9 @@ SBLockScreenView* initWithFrame(SBLockScreenView* self, SEL, CGRect frame)
 
     constexpr CGFloat dateHeight = 108;
     constexpr CGFloat dateBottom = 56;
-    screen.dateView = adopt(send<"alloc", UIView*>(classNamed<"SBFLockScreenDateView">())
-                                ->initWithFrame(CGRect::make(0, bounds.size.height - dateHeight - dateBottom, bounds.size.width,
-                                                             dateHeight)));
+    screen.dateView =
+        adopt(send<"alloc", UIView*>(classNamed<"SBFLockScreenDateView">())
+                  ->initWithFrame(CGRect::make(0, bounds.size.height - dateHeight - dateBottom, bounds.size.width, dateHeight)));
     self->addSubview(screen.dateView);
     return self;
 }

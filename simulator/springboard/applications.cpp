@@ -41,7 +41,8 @@ Owned<SBApplication> applicationInBundle(const std::filesystem::path& bundle)
         return nullptr;
     Owned<SBApplication> application = adopt(send<"new", SBApplication*>(classNamed<"SBApplication">()));
     ivarsOf<ApplicationState>(application.get()) = {
-        identifier, static_cast<NSString*>(description->objectForKey(constantString<"CFBundleDisplayName">())), bundle / "Icon.png"};
+        identifier, static_cast<NSString*>(description->objectForKey(constantString<"CFBundleDisplayName">())),
+        bundle / "Icon.png"};
     return application;
 }
 
@@ -132,7 +133,8 @@ void registerApplications()
         .method<"initWithApplication:">(initWithApplication)
         .method<"generateIconImage:">(generateIconImage)
         .registerClass();
-    addMethod<"_applicationIconImageForBundleIdentifier:format:scale:">(metaclassOf(classNamed<"UIImage">()), &applicationIconImage);
+    addMethod<"_applicationIconImageForBundleIdentifier:format:scale:">(metaclassOf(classNamed<"UIImage">()),
+                                                                        &applicationIconImage);
 }
 
 } // namespace simulator

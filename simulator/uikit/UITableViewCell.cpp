@@ -17,7 +17,8 @@ void applyHighlight(NSObject* self)
     auto* const cell = static_cast<UITableViewCell*>(self);
     const auto& state = ivarsOf<CellState>(self);
     constexpr CGFloat veil = 0.18;
-    cell->setBackgroundColor(state.highlighted || state.selected ? UIColor::colorWithWhite_alpha(1, veil) : UIColor::clearColor());
+    cell->setBackgroundColor(state.highlighted || state.selected ? UIColor::colorWithWhite_alpha(1, veil)
+                                                                 : UIColor::clearColor());
 }
 
 } // namespace

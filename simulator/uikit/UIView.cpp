@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "platform/UIKit/UIWindow.hpp"
-#include "simulator/quartzcore/damage.hpp"
 #include "simulator/quartzcore/LayerState.hpp"
+#include "simulator/quartzcore/damage.hpp"
 #include "simulator/uikit/ViewState.hpp"
 #include "simulator/uikit/uikit.hpp"
 
