@@ -25,8 +25,7 @@ NSString* getCalenderEventsForDay(APLCalendar* self, SEL, NSDate* start)
         return constantString<"">();
     NSArray* const calendars = NSArray::arrayWithObjects_count(&defaultCalendar, 1);
     NSPredicate* const predicate = store->predicateForEventsWithStartDate_endDate_calendars(start, end, calendars);
-    const Owned<NSMutableArray> events =
-        adopt(NSMutableArray::alloc()->initWithArray(store->eventsMatchingPredicate(predicate)));
+    const Owned<NSMutableArray> events = adopt(NSMutableArray::alloc()->initWithArray(store->eventsMatchingPredicate(predicate)));
 
     NSString* text = constantString<"">();
     for (NSUInteger i = 0; i < events->count(); ++i) {

@@ -27,7 +27,8 @@ struct CellColour {
 
     UIColor* make() const
     {
-        return isGrey ? UIColor::colorWithWhite_alpha(red, alpha) : UIColor::colorWithRed_green_blue_alpha(red, green, blue, alpha);
+        return isGrey ? UIColor::colorWithWhite_alpha(red, alpha)
+                      : UIColor::colorWithRed_green_blue_alpha(red, green, blue, alpha);
     }
 };
 
@@ -103,8 +104,8 @@ void drawWeekday(APLCalendar* self, NSInteger x, NSString* name)
     const APLCalendarIvars& ivars = ivarsOf(self);
     const NSInteger c = ivars._cellSize;
     const auto side = static_cast<CGFloat>(c);
-    const Owned<UILabel> label = adopt(
-        UILabel::alloc()->initWithFrame(CGRect::make(static_cast<CGFloat>(x), side, side, static_cast<CGFloat>(c / 2))));
+    const Owned<UILabel> label =
+        adopt(UILabel::alloc()->initWithFrame(CGRect::make(static_cast<CGFloat>(x), side, side, static_cast<CGFloat>(c / 2))));
     label->setText(name);
     label->setFont(UIFont::fontWithName_size(constantString<"Verdana-Bold">(), static_cast<CGFloat>(ivars._fontSize)));
     label->setTextAlignment(NSTextAlignmentCenter);

@@ -28,5 +28,8 @@ public:
         return send<"predicateForEventsWithStartDate:endDate:calendars:", NSPredicate*>(this, start, end, calendars);
     }
     /// Recurring events as the single ones that they stand for.
-    NSArray* eventsMatchingPredicate(NSPredicate* predicate) { return send<"eventsMatchingPredicate:", NSArray*>(this, predicate); }
+    NSArray* eventsMatchingPredicate(NSPredicate* predicate)
+    {
+        return send<"eventsMatchingPredicate:", NSArray*>(this, predicate);
+    }
 };

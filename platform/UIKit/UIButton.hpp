@@ -10,7 +10,10 @@ enum UIButtonType : NSInteger {
 /// A control with a title.
 class UIButton : public UIControl {
 public:
-    static UIButton* buttonWithType(UIButtonType type) { return send<"buttonWithType:", UIButton*>(classNamed<"UIButton">(), type); }
+    static UIButton* buttonWithType(UIButtonType type)
+    {
+        return send<"buttonWithType:", UIButton*>(classNamed<"UIButton">(), type);
+    }
 
     UILabel* titleLabel() { return send<"titleLabel", UILabel*>(this); }
     void setTitle_forState(NSString* title, UIControlState state) { send<"setTitle:forState:">(this, title, state); }

@@ -39,7 +39,8 @@ namespace {
 objc_method_description_list* grown(objc_method_description_list* list)
 {
     const int count = list == nullptr ? 0 : list->count;
-    const std::size_t size = sizeof(objc_method_description_list) + static_cast<std::size_t>(count) * sizeof(objc_method_description);
+    const std::size_t size =
+        sizeof(objc_method_description_list) + static_cast<std::size_t>(count) * sizeof(objc_method_description);
     auto* const larger = static_cast<objc_method_description_list*>(std::realloc(list, size));
     larger->count = count + 1;
     return larger;
