@@ -1,0 +1,525 @@
+#include <cstdint>
+#include <gmock/gmock.h>
+#include <limits>
+#include <set>
+
+#include "platform/Weather/Weather.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/services/weather.hpp"
+#include "tests/support/MessageLog.hpp"
+#include "tests/support/Phone.hpp"
+#include "tests/support/runtime_calls.hpp"
+
+/// How the weather sentence deals with the weather service: what it sends, in which order, and what it makes of the answers.
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+NSString* sentence()
+{
+    return exportedFunction<NSString*()>("getTempString")();
+}
+
+std::string sentenceText()
+{
+    const AutoreleasePool pool;
+    return textOf(sentence());
+}
+
+/// What the service answers.
+struct Answers {
+    NSObject* location = nullptr;
+    NSObject* city = nullptr;
+    NSObject* temperature = nullptr;
+    float celsius = 0;
+    NSInteger conditionCode = 0;
+    BOOL showsCelsius = YES;
+};
+Answers answers;
+
+template <FixedString Name, class Result, class... Arguments>
+void answer(const char* className, Result (*implementation)(NSObject*, SEL, Arguments...))
+{
+    simulator::replaceMethod<Name>(objc_getClass(className), implementation);
+}
+
+template <FixedString ClassName>
+NSObject* spyObject(const char* name)
+{
+    struct State {};
+    simulator::SimulatedClass<State>(ClassName.text, "NSObject").registerClass();
+    NSObject* const object = send<"new", NSObject*>(objc_getClass(ClassName.text));
+    MessageLog::name(object, name);
+    return object;
+}
+
+/// A service that notes every message and gives the answers above.
+void takeNotes()
+{
+    send<"class", Class>(objc_getClass("WeatherLocationManager"));
+    send<"class", Class>(objc_getClass("WeatherPreferences"));
+    send<"class", Class>(objc_getClass("LocationUpdater"));
+    MessageLog::name(objc_getClass("WeatherLocationManager"), "WeatherLocationManager");
+    MessageLog::name(objc_getClass("WeatherPreferences"), "WeatherPreferences");
+    MessageLog::name(objc_getClass("LocationUpdater"), "LocationUpdater");
+    static NSObject* const manager = WeatherLocationManager::sharedWeatherLocationManager();
+    static NSObject* const preferences = WeatherPreferences::sharedPreferences();
+    static NSObject* const updater = LocationUpdater::sharedLocationUpdater();
+    MessageLog::name(manager, "manager");
+    MessageLog::name(preferences, "preferences");
+    MessageLog::name(updater, "updater");
+
+    const auto metaclass = [](const char* name) { return simulator::metaclassOf(objc_getClass(name)); };
+    simulator::replaceMethod<"sharedWeatherLocationManager">(metaclass("WeatherLocationManager"), +[](NSObject* self, SEL message) {
+        MessageLog::note(self, message);
+        return manager;
+    });
+    simulator::replaceMethod<"sharedPreferences">(metaclass("WeatherPreferences"), +[](NSObject* self, SEL message) {
+        MessageLog::note(self, message);
+        return preferences;
+    });
+    simulator::replaceMethod<"sharedLocationUpdater">(metaclass("LocationUpdater"), +[](NSObject* self, SEL message) {
+        MessageLog::note(self, message);
+        return updater;
+    });
+    answer<"setLocationTrackingActive:">("WeatherLocationManager", +[](id self, SEL message, BOOL active) {
+        MessageLog::note(self, message, active);
+    });
+    answer<"location">("WeatherLocationManager", +[](id self, SEL message) -> id {
+        MessageLog::note(self, message);
+        return answers.location;
+    });
+    answer<"setLocalWeatherEnabled:">("WeatherPreferences", +[](id self, SEL message, BOOL enabled) {
+        MessageLog::note(self, message, enabled);
+    });
+    answer<"localWeatherCity">("WeatherPreferences", +[](id self, SEL message) -> id {
+        MessageLog::note(self, message);
+        return answers.city;
+    });
+    answer<"isCelsius">("WeatherPreferences", +[](id self, SEL message) -> BOOL {
+        MessageLog::note(self, message);
+        return answers.showsCelsius;
+    });
+    answer<"updateWeatherForLocation:city:">("LocationUpdater", +[](id self, SEL message, id location, id city) {
+        MessageLog::note(self, message, location, city);
+    });
+    answer<"handleCompletionForCity:withUpdateDetail:">(
+        "LocationUpdater", +[](id self, SEL message, id city, NSUInteger detail) { MessageLog::note(self, message, city, detail); });
+
+    // The city and its temperature are of classes that the library has never heard of.
+    answers.location = spyObject<"SpyLocation">("location");
+    answers.city = spyObject<"SpyCity">("city");
+    simulator::addMethod<"update">(objc_getClass("SpyCity"), +[](id self, SEL message) { MessageLog::note(self, message); });
+    simulator::addMethod<"temperature">(objc_getClass("SpyCity"), +[](id self, SEL message) -> id {
+        MessageLog::note(self, message);
+        return answers.temperature;
+    });
+    simulator::addMethod<"conditionCode">(objc_getClass("SpyCity"), +[](id self, SEL message) -> NSInteger {
+        MessageLog::note(self, message);
+        return answers.conditionCode;
+    });
+    answers.temperature = spyObject<"SpyTemperature">("temperature");
+    simulator::addMethod<"floatValue">(objc_getClass("SpyTemperature"), +[](id self, SEL message) -> float {
+        MessageLog::note(self, message);
+        return answers.celsius;
+    });
+    simulator::addMethod<"description">(objc_getClass("SpyTemperature"), +[](id, SEL) { return constantString<"a few">(); });
+}
+
+std::vector<std::string> messagesOfOneSentence()
+{
+    MessageLog::messages().clear();
+    sentenceText();
+    return MessageLog::messages();
+}
+
+int countOf(const std::vector<std::string>& messages, const std::string& message)
+{
+    return static_cast<int>(std::ranges::count(messages, message));
+}
+
+} // namespace
+
+TEST(WeatherService, IsAskedInAFixedOrder)
+{
+    const InjectedPhone phone;
+    takeNotes();
+    EXPECT_THAT(messagesOfOneSentence(),
+                ElementsAre("WeatherLocationManager sharedWeatherLocationManager", "manager setLocationTrackingActive: YES",
+                            "WeatherPreferences sharedPreferences", "preferences setLocalWeatherEnabled: YES",
+                            "LocationUpdater sharedLocationUpdater",
+                            "WeatherLocationManager sharedWeatherLocationManager", "manager location",
+                            "WeatherPreferences sharedPreferences", "preferences localWeatherCity",
+                            "updater updateWeatherForLocation:city: location city",
+                            "WeatherPreferences sharedPreferences", "preferences localWeatherCity",
+                            "updater handleCompletionForCity:withUpdateDetail: city 0",
+                            "WeatherPreferences sharedPreferences", "preferences localWeatherCity", "city update",
+                            "WeatherPreferences sharedPreferences", "preferences localWeatherCity", "city temperature",
+                            "WeatherPreferences sharedPreferences", "preferences localWeatherCity", "city conditionCode",
+                            "temperature floatValue",
+                            "WeatherPreferences sharedPreferences", "preferences isCelsius"));
+}
+
+TEST(WeatherService, IsAskedForTheCityFiveTimes)
+{
+    const InjectedPhone phone;
+    takeNotes();
+    EXPECT_EQ(countOf(messagesOfOneSentence(), "preferences localWeatherCity"), 5);
+}
+
+TEST(WeatherService, IsAskedForTheLocationManagerTwice)
+{
+    const InjectedPhone phone;
+    takeNotes();
+    EXPECT_EQ(countOf(messagesOfOneSentence(), "WeatherLocationManager sharedWeatherLocationManager"), 2);
+}
+
+TEST(WeatherService, IsAskedForTheUpdaterOnce)
+{
+    const InjectedPhone phone;
+    takeNotes();
+    EXPECT_EQ(countOf(messagesOfOneSentence(), "LocationUpdater sharedLocationUpdater"), 1);
+}
+
+TEST(WeatherService, IsSwitchedOnByEverySentence)
+{
+    const InjectedPhone phone;
+    takeNotes();
+    messagesOfOneSentence();
+    const auto again = messagesOfOneSentence();
+    EXPECT_EQ(countOf(again, "manager setLocationTrackingActive: YES"), 1);
+    EXPECT_EQ(countOf(again, "preferences setLocalWeatherEnabled: YES"), 1);
+}
+
+TEST(WeatherService, IsAskedTheSameEveryTime)
+{
+    const InjectedPhone phone;
+    takeNotes();
+    const auto first = messagesOfOneSentence();
+    EXPECT_EQ(messagesOfOneSentence(), first);
+}
+
+TEST(WeatherService, IsAskedForTheValueOfTheTemperatureInFahrenheitToo)
+{
+    const InjectedPhone phone;
+    takeNotes();
+    answers.showsCelsius = NO;
+    EXPECT_EQ(countOf(messagesOfOneSentence(), "temperature floatValue"), 1);
+}
+
+TEST(WeatherService, StaysSwitchedOn)
+{
+    const InjectedPhone phone;
+    sentenceText();
+    const BOOL isTracking = send<"isLocationTrackingActive", BOOL>(WeatherLocationManager::sharedWeatherLocationManager());
+    const BOOL isEnabled = send<"isLocalWeatherEnabled", BOOL>(WeatherPreferences::sharedPreferences());
+    EXPECT_EQ(isTracking, YES);
+    EXPECT_EQ(isEnabled, YES);
+}
+
+// What becomes of the answers
+
+TEST(WeatherSentence, ShowsTheTemperatureObjectAsItReadsInCelsius)
+{
+    const InjectedPhone phone;
+    takeNotes();
+    answers.celsius = 12;
+    answers.conditionCode = 26;
+    EXPECT_EQ(sentenceText(), "It's a few° C and Cloudy.");
+}
+
+TEST(WeatherSentence, ShowsTheTemperatureObjectsValueInFahrenheit)
+{
+    const InjectedPhone phone;
+    takeNotes();
+    answers.celsius = 12;
+    answers.conditionCode = 26;
+    answers.showsCelsius = NO;
+    EXPECT_EQ(sentenceText(), "It's 54° F and Cloudy.");
+}
+
+TEST(WeatherSentence, RoundsHalvesAwayFromZero)
+{
+    const InjectedPhone phone;
+    takeNotes();
+    answers.showsCelsius = NO;
+    const std::pair<float, const char*> cases[] = {
+        {-17.5F, "1"},    // 0.5
+        {-22.5F, "-9"},   // -8.5
+        {-2.5F, "28"},    // 27.5
+        {2.5F, "37"},     // 36.5
+        {-27.5F, "-18"},  // -17.5
+        {-37.5F, "-36"},  // -35.5
+        {21.4F, "71"},
+        {-40, "-40"},
+        {100, "212"},
+    };
+    for (const auto& [celsius, fahrenheit] : cases) {
+        answers.celsius = celsius;
+        const std::string shown = sentenceText();
+        EXPECT_TRUE(shown.starts_with("It's " + std::string(fahrenheit) + "°")) << celsius << ": " << shown;
+    }
+}
+
+TEST(WeatherSentence, HasNotAvailableForACityWithoutTemperatureAndCode)
+{
+    const InjectedPhone phone;
+    takeNotes();
+    answers.temperature = nullptr;
+    EXPECT_EQ(sentenceText(), "It's (null)° C and Not Available.");
+    answers.showsCelsius = NO;
+    EXPECT_EQ(sentenceText(), "It's 32° F and Not Available.");
+}
+
+TEST(WeatherSentence, KeepsTheWordOfACityWithoutTemperature)
+{
+    const InjectedPhone phone;
+    simulator::setLocalWeather(simulator::LocalWeather{std::nullopt, 32});
+    EXPECT_EQ(sentenceText(), "It's (null)° C and Sunny.");
+    simulator::setShowsCelsius(false);
+    EXPECT_EQ(sentenceText(), "It's 32° F and Sunny.");
+}
+
+TEST(WeatherSentence, LooksAtTheLow32BitsOfACodeAlone)
+{
+    const InjectedPhone phone;
+    takeNotes();
+    const std::pair<NSInteger, const char*> cases[] = {
+        {(NSInteger{1} << 32) + 26, "Cloudy"},
+        {(NSInteger{7} << 32) + 32, "Sunny"},
+        {(NSInteger{1} << 32), "Not Available"},
+        {std::numeric_limits<std::int64_t>::min() + 47, "Thunderstorm"},
+        {std::numeric_limits<std::int64_t>::min(), "Not Available"},
+        {std::numeric_limits<std::int64_t>::max(), "Not Available"},
+        {-1, "Not Available"},
+        {std::numeric_limits<std::int32_t>::min(), "Not Available"},
+        {std::numeric_limits<std::int32_t>::max(), "Not Available"},
+        {NSInteger{1} << 31, "Not Available"},
+        {(NSInteger{1} << 32) - 1, "Not Available"},
+    };
+    for (const auto& [code, word] : cases) {
+        answers.conditionCode = code;
+        EXPECT_EQ(sentenceText(), "It's a few° C and " + std::string(word) + ".") << code;
+    }
+}
+
+TEST(WeatherSentence, IsANewStringEveryTime)
+{
+    const InjectedPhone phone;
+    NSString* const first = sentence();
+    NSString* const second = sentence();
+    EXPECT_NE(first, second);
+    EXPECT_EQ(textOf(first), textOf(second));
+}
+
+TEST(WeatherSentence, IsAutoreleased)
+{
+    const InjectedPhone phone;
+    id weak = nullptr;
+    {
+        const AutoreleasePool pool;
+        NSString* const made = sentence();
+        objc_storeWeak(&weak, made);
+        EXPECT_EQ(retainCount(made), 1U);
+        EXPECT_EQ(weak, made);
+    }
+    EXPECT_EQ(weak, nullptr);
+}
+
+TEST(WeatherSentence, FollowsTheWeatherBetweenTwoCalls)
+{
+    const InjectedPhone phone;
+    simulator::setLocalWeather(simulator::LocalWeather{"21", 26});
+    EXPECT_EQ(sentenceText(), "It's 21° C and Cloudy.");
+    simulator::setLocalWeather(simulator::LocalWeather{"-3", 16});
+    EXPECT_EQ(sentenceText(), "It's -3° C and Snow.");
+    simulator::setShowsCelsius(false);
+    EXPECT_EQ(sentenceText(), "It's 27° F and Snow.");
+}
+
+TEST(WeatherSentence, HasADegreeSignOfOneCharacter)
+{
+    const InjectedPhone phone;
+    simulator::setLocalWeather(simulator::LocalWeather{"7", 32});
+    NSString* const made = sentence();
+    ASSERT_EQ(textOf(made), "It's 7\u00B0 C and Sunny.");
+    EXPECT_EQ(made->characterAtIndex(6), 0x00B0);
+    EXPECT_EQ(made->characterAtIndex(7), ' ');
+    EXPECT_EQ(made->length(), 20U);
+}
+
+// Condition words
+
+TEST(ConditionWords, AreExportedUnderTheirNames)
+{
+    const InjectedPhone phone;
+    constexpr std::pair<const char*, const char*> words[] = {
+        {"stormString", "Storm"},
+        {"hurricaneString", "Hurricane"},
+        {"thunderstromString", "Thunderstorm"},
+        {"snowString", "Snow"},
+        {"sleetString", "Sleet"},
+        {"rainString", "Rain"},
+        {"drizzleString", "Drizzle"},
+        {"showersString", "Showers"},
+        {"flurriesString", "Snow Flurries"},
+        {"snowshowersString", "Snow Showers"},
+        {"hailString", "Hail"},
+        {"dustString", "Dust"},
+        {"fogString", "Fog"},
+        {"hazeString", "Haze"},
+        {"smokeString", "Smoke"},
+        {"blusterString", "Blustery"},
+        {"windString", "Wind"},
+        {"coldString", "Cold"},
+        {"cloudyString", "Cloudy"},
+        {"clearString", "Clear"},
+        {"sunnyString", "Sunny"},
+        {"fairString", "Fair"},
+        {"hotString", "Hot"},
+        {"snowyString", "Snowy"},
+        {"notAvString", "Not Available"},
+    };
+    for (const auto& [name, word] : words)
+        EXPECT_EQ(textOf(exportedVariable(name)), word) << name;
+}
+
+TEST(ConditionWords, ShowInTheNextSentenceWhenTheyAreChanged)
+{
+    const InjectedPhone phone;
+    exportedVariable<NSString>("cloudyString") = NSString::alloc()->initWithUTF8String("Grey");
+    simulator::setLocalWeather(simulator::LocalWeather{"21", 26});
+    EXPECT_EQ(sentenceText(), "It's 21° C and Grey.");
+}
+
+TEST(ConditionWords, EachBelongToCodesOfTheirOwn)
+{
+    // The variables are told apart even where their texts are alike.
+    const InjectedPhone phone;
+    const std::pair<const char*, std::set<long>> codesOfWords[] = {
+        {"stormString", {1}},
+        {"hurricaneString", {2}},
+        {"thunderstromString", {3, 4, 37, 38, 39, 45, 47}},
+        {"snowString", {5, 15, 16}},
+        {"sleetString", {6, 7, 18}},
+        {"rainString", {8, 10}},
+        {"drizzleString", {9}},
+        {"showersString", {11, 12, 40}},
+        {"flurriesString", {13}},
+        {"snowshowersString", {14}},
+        {"hailString", {17, 35}},
+        {"dustString", {19}},
+        {"fogString", {20}},
+        {"hazeString", {21}},
+        {"smokeString", {22}},
+        {"blusterString", {23}},
+        {"windString", {24}},
+        {"coldString", {25}},
+        {"cloudyString", {26, 27, 28, 29, 30, 44}},
+        {"clearString", {31}},
+        {"sunnyString", {32}},
+        {"fairString", {33, 34}},
+        {"hotString", {36}},
+        {"snowyString", {41, 42, 43, 46}},
+        {"notAvString", {0, 48, 49}},
+    };
+    for (const auto& [name, codes] : codesOfWords) {
+        auto& variable = exportedVariable<NSString>(name);
+        NSString* const before = variable;
+        variable = NSString::alloc()->initWithUTF8String("CHANGED");
+        std::set<long> changed;
+        for (long code = 0; code < 50; ++code) {
+            simulator::setLocalWeather(simulator::LocalWeather{"1", code});
+            if (sentenceText() == "It's 1° C and CHANGED.")
+                changed.insert(code);
+        }
+        EXPECT_EQ(changed, codes) << name;
+        variable = before;
+    }
+}
+
+TEST(ConditionWords, LeaveTheSentenceWithoutAWordWhenTheVariableIsEmptied)
+{
+    const InjectedPhone phone;
+    exportedVariable<NSString>("cloudyString") = nullptr;
+    simulator::setLocalWeather(simulator::LocalWeather{"21", 26});
+    EXPECT_EQ(sentenceText(), "It's 21° C and (null).");
+}
+
+// Class handles
+
+TEST(WeatherClasses, AreNotLookedUpAtLoad)
+{
+    const InjectedPhone phone;
+    EXPECT_EQ(lookupsOf("WeatherPreferences"), 0);
+}
+
+TEST(WeatherClasses, AreLookedUpOnce)
+{
+    const InjectedPhone phone;
+    sentenceText();
+    sentenceText();
+    EXPECT_EQ(lookupsOf("WeatherLocationManager"), 1);
+    EXPECT_EQ(lookupsOf("WeatherPreferences"), 1);
+    EXPECT_EQ(lookupsOf("LocationUpdater"), 1);
+    EXPECT_EQ(lookupsOf("City"), 0);
+}
+
+TEST(WeatherClasses, AreLookedUpAtEveryUseWhileTheyAreMissing)
+{
+    const InjectedPhone phone;
+    hideClass("WeatherLocationManager");
+    hideClass("LocationUpdater");
+    sentenceText();
+    sentenceText();
+    EXPECT_EQ(lookupsOf("WeatherLocationManager"), 4);
+    EXPECT_EQ(lookupsOf("LocationUpdater"), 2);
+    EXPECT_EQ(lookupsOf("WeatherPreferences"), 1);
+}
+
+TEST(WeatherClasses, AreUsedFromTheMomentTheyAppear)
+{
+    const InjectedPhone phone;
+    hideClass("WeatherPreferences");
+    EXPECT_EQ(sentenceText(), "It's 32° F and Not Available.");
+    showClass("WeatherPreferences");
+    EXPECT_EQ(sentenceText(), "It's 21° C and Cloudy.");
+}
+
+TEST(WeatherClasses, GiveTheEmptySentenceWithoutPreferences)
+{
+    const InjectedPhone phone;
+    hideClass("WeatherPreferences");
+    EXPECT_EQ(sentenceText(), "It's 32° F and Not Available.");
+}
+
+TEST(WeatherClasses, AreNotNeededForTheLocation)
+{
+    const InjectedPhone phone;
+    hideClass("WeatherLocationManager");
+    takeNotes();
+    answers.conditionCode = 26;
+    EXPECT_EQ(sentenceText(), "It's a few° C and Cloudy.");
+    EXPECT_EQ(countOf(messagesOfOneSentence(), "updater updateWeatherForLocation:city: nil city"), 1);
+}
+
+TEST(WeatherClasses, AreNotNeededForTheUpdate)
+{
+    const InjectedPhone phone;
+    hideClass("LocationUpdater");
+    takeNotes();
+    answers.conditionCode = 26;
+    EXPECT_EQ(sentenceText(), "It's a few° C and Cloudy.");
+    EXPECT_EQ(countOf(messagesOfOneSentence(), "city update"), 1);
+}
+
+TEST(WeatherClasses, MayAllBeMissing)
+{
+    const InjectedPhone phone;
+    hideClass("WeatherLocationManager");
+    hideClass("WeatherPreferences");
+    hideClass("LocationUpdater");
+    EXPECT_EQ(sentenceText(), "It's 32° F and Not Available.");
+}

@@ -1,0 +1,72 @@
+#include "tests/support/Phone.hpp"
+
+#include <cstdlib>
+#include <ctime>
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <string_view>
+
+#include "simulator/foundation/clock.hpp"
+#include "simulator/foundation/phone_root.hpp"
+#include "simulator/foundation/strings.hpp"
+#include "simulator/foundation/system_log.hpp"
+#include "simulator/runtime/injection.hpp"
+#include "simulator/services/darwin_notifications.hpp"
+
+Phone::Phone(const simulator::ScreenSize& screen)
+{
+    if (simulator::springBoardWindow() != nullptr)
+        throw std::logic_error("a process has one phone: run each test in a process of its own, as ctest does");
+    simulator::setPhoneRoot(tree_.root());
+    simulator::openSystemLog();
+    simulator::launchSpringBoard(screen);
+    simulator::openDarwinNotifications();
+}
+
+void Phone::inject()
+{
+    simulator::injectLibraries({});
+}
+
+void Phone::post(const std::string& name) const
+{
+    EXPECT_EQ(simulator::postDarwinNotification(tree_.root(), name), 1);
+}
+
+void* exported(const std::string& name)
+{
+    const auto symbol = simulator::exportedSymbol(name);
+    if (!symbol)
+        throw std::runtime_error("the library does not export " + name);
+    return symbol->address;
+}
+
+std::string textOf(NSObject* object)
+{
+    return object == nullptr ? "nil" : simulator::toUTF8(object->description());
+}
+
+NSString* text(const std::string& utf8)
+{
+    return simulator::toNSString(utf8);
+}
+
+bool isInLibrary(const void* code)
+{
+    Dl_info image;
+    return dladdr(code, &image) != 0 && std::string_view(image.dli_fname).ends_with("/Solvane.dylib");
+}
+
+NSUInteger retainCount(NSObject* object)
+{
+    return send<"retainCount", NSUInteger>(object);
+}
+
+void freezeClockAtUniversalTime(const std::string& time)
+{
+    std::tm fields{};
+    if (::strptime(time.c_str(), "%Y-%m-%dT%H:%M:%S", &fields) == nullptr)
+        throw std::invalid_argument(time);
+    simulator::freezeClockAt(static_cast<double>(::timegm(&fields)));
+}

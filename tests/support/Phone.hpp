@@ -1,0 +1,65 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/Foundation/NSDictionary.hpp"
+#include "platform/Foundation/NSString.hpp"
+#include "platform/runtime/AutoreleasePool.hpp"
+#include "simulator/springboard/SpringBoard.hpp"
+#include "tests/support/PhoneTree.hpp"
+
+/// A SpringBoard in this process. There is one at the most in a process; between its making and inject(), a test puts in
+/// place what the library is to find.
+class Phone {
+public:
+    explicit Phone(const simulator::ScreenSize& screen = {});
+
+    const PhoneTree& tree() const { return tree_; }
+
+    /// Loads the libraries of the file tree, Solvane among them.
+    void inject();
+
+    /// Posts a Darwin notification and delivers it.
+    void post(const std::string& name) const;
+
+private:
+    PhoneTree tree_;
+    AutoreleasePool pool_;
+};
+
+/// A SpringBoard with the library in it.
+class InjectedPhone : public Phone {
+public:
+    explicit InjectedPhone(const simulator::ScreenSize& screen = {}) : Phone(screen) { inject(); }
+};
+
+/// The address of what the library exports under that name; fails the test when it exports no such thing.
+void* exported(const std::string& name);
+
+/// The variable of that name.
+template <class T = NSObject>
+T*& exportedVariable(const std::string& name)
+{
+    return *static_cast<T**>(exported(name));
+}
+
+/// The function of that name.
+template <class Function>
+Function* exportedFunction(const std::string& name)
+{
+    return reinterpret_cast<Function*>(exported(name));
+}
+
+/// What an object reads as, in UTF-8; "nil" for nil.
+std::string textOf(NSObject* object);
+
+NSString* text(const std::string& utf8);
+
+/// Whether the code at that address lies in the library.
+bool isInLibrary(const void* code);
+
+NSUInteger retainCount(NSObject* object);
+
+/// Where the clock of the phone stands, in universal time: "2014-03-05T08:30:00".
+void freezeClockAtUniversalTime(const std::string& time);

@@ -1,0 +1,103 @@
+#include "tests/support/PhoneTree.hpp"
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+
+#include "tests/support/programs.hpp"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path newFolder()
+{
+    std::string name = fs::temp_directory_path() / "solvane-XXXXXX";
+    if (::mkdtemp(name.data()) == nullptr)
+        throw std::runtime_error("cannot make a temporary folder");
+    return fs::canonical(name);
+}
+
+} // namespace
+
+PhoneTree::PhoneTree() : folder_(newFolder()), root_(folder_ / "phone")
+{
+    fs::copy(installed(), root_, fs::copy_options::recursive);
+}
+
+PhoneTree::~PhoneTree()
+{
+    std::error_code ignored;
+    fs::remove_all(folder_, ignored);
+}
+
+fs::path PhoneTree::preferencesFile() const
+{
+    return root_ / "User/Library/Preferences/org.solvane.Solvane.plist";
+}
+
+fs::path PhoneTree::libraryFolder() const
+{
+    return root_ / "Library/MobileSubstrate/DynamicLibraries";
+}
+
+fs::path PhoneTree::artLibrary() const
+{
+    return root_ / "System/Library/SpringBoardPlugins/NowPlayingArtLockScreen.lockbundle/NowPlayingArtLockScreen";
+}
+
+void PhoneTree::writePreferences(std::string_view contents) const
+{
+    writeFile(preferencesFile(), contents);
+}
+
+void PhoneTree::writePreferencesXML(std::string_view rootElement) const
+{
+    writePreferences("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                     "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                     "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+                     "<plist version=\"1.0\">" +
+                     std::string(rootElement) + "</plist>\n");
+}
+
+void PhoneTree::writeBinaryPreferences(const std::string& python) const
+{
+    const std::string code = "import datetime, plistlib, sys\n"
+                             "plistlib.dump(" +
+                             python + ", open(sys.argv[1], 'wb'), fmt=plistlib.FMT_BINARY)\n";
+    const Outcome outcome = runProgram({pythonProgram(), "-c", code, preferencesFile()});
+    if (outcome.status != 0)
+        throw std::runtime_error(outcome.errors);
+}
+
+fs::path PhoneTree::installed()
+{
+    const char* const chosen = std::getenv("SOLVANE_PHONE_TREE");
+    return chosen != nullptr ? chosen : DEFAULT_PHONE_TREE;
+}
+
+TemporaryFolder::TemporaryFolder() : path_(newFolder())
+{
+}
+
+TemporaryFolder::~TemporaryFolder()
+{
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+void writeFile(const fs::path& file, std::string_view contents)
+{
+    std::ofstream stream(file, std::ios::binary | std::ios::trunc);
+    stream << contents;
+    if (!stream.flush())
+        throw std::runtime_error("cannot write " + file.native());
+}
+
+std::string readFile(const fs::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
