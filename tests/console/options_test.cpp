@@ -53,7 +53,8 @@ void PrintTo(const BadOption& bad, std::ostream* stream)
 
 class Options : public testing::TestWithParam<BadOption> {};
 
-constexpr const char* screenForm = "WIDTHxHEIGHT or WIDTHxHEIGHT@SCALE with sides from 100 to 2048 points and a scale from 1 to 4";
+constexpr const char* screenForm =
+    "WIDTHxHEIGHT or WIDTHxHEIGHT@SCALE with sides from 100 to 2048 points and a scale from 1 to 4";
 
 } // namespace
 
@@ -93,9 +94,9 @@ TEST(HelpOption, NamesEveryOptionAndCommand)
     for (const char* option : {"--root", "--screen", "--script", "--load", "--help", "--version"})
         EXPECT_THAT(outcome.output, HasSubstr(option));
     for (const char* command :
-         {"clock", "weather", "units", "name", "post", "lock", "layout", "notify", "card", "alert", "unknown", "clear", "teardown",
-          "screen", "art", "underlay", "event", "tap", "press", "release", "swipe", "show", "tree", "send", "let", "add", "log",
-          "screenshot", "sleep", "quit"})
+         {"clock",   "weather", "units",    "name",   "post", "lock",     "layout", "notify",     "card",  "alert",
+          "unknown", "clear",   "teardown", "screen", "art",  "underlay", "event",  "tap",        "press", "release",
+          "swipe",   "show",    "tree",     "send",   "let",  "add",      "log",    "screenshot", "sleep", "quit"})
         EXPECT_THAT(outcome.output, HasSubstr("\n  " + std::string(command))) << command;
 }
 
@@ -155,7 +156,8 @@ TEST(Script, QuotesWordsAsAShellDoes)
 
 TEST(Output, IsOneLineOfJSONForEachReport)
 {
-    const ConsoleRun run = Console().run("clock 2014-03-05T08:30:00\nlock\nnotify a b c\nshow listView\ntree\nlog\nshow userName\n");
+    const ConsoleRun run =
+        Console().run("clock 2014-03-05T08:30:00\nlock\nnotify a b c\nshow listView\ntree\nlog\nshow userName\n");
     EXPECT_EQ(run.errors, "");
     EXPECT_EQ(run.lines.size(), 4U);
 }

@@ -341,8 +341,7 @@ TEST(TextDrawing, IsCutOffAtTheBottomEdge)
 TEST(TextDrawing, KeepsTheSizeForALongCount)
 {
     const InjectedPhone phone;
-    UIImage* const result =
-        stamp("9223372036854775807 9223372036854775807", plainImage({25, 25}, 2, transparent), {12.5, 7.5});
+    UIImage* const result = stamp("9223372036854775807 9223372036854775807", plainImage({25, 25}, 2, transparent), {12.5, 7.5});
     EXPECT_EQ(result->size(), (CGSize{25, 25}));
     EXPECT_GE(pictureOf(result).ink()->left, 25);
 }
@@ -399,10 +398,11 @@ TEST(TextDrawing, HoldsTextAndImageWhileItDraws)
     static const auto image = plainImage({30, 20}, 2, black);
     static const auto longText = adopt(NSString::alloc()->initWithUTF8String("a text that is long enough to be an object"));
     static NSUInteger counts[2];
-    simulator::replaceMethod<"drawInRect:">(objc_getClass("UIImage"), +[](NSObject*, SEL, CGRect) {
-        counts[0] = retainCount(image);
-        counts[1] = retainCount(longText);
-    });
+    simulator::replaceMethod<"drawInRect:">(
+        objc_getClass("UIImage"), +[](NSObject*, SEL, CGRect) {
+            counts[0] = retainCount(image);
+            counts[1] = retainCount(longText);
+        });
     stamp(longText, image, dayPoint);
     EXPECT_THAT(counts, ElementsAre(2U, 2U));
 }

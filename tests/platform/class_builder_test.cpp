@@ -317,11 +317,12 @@ TEST_F(ObjectsEnd, ForgetsItsWeakVariables)
     ivarsOf<HolderIvars>(holder).seen = seen.get();
     static std::vector<id*> destroyed;
     auto* const slot = reinterpret_cast<id*>(&ivarsOf<HolderIvars>(holder).seen);
-    simulator::replaceMethod<"dealloc">(objc_getClass("NSObject"), +[](NSObject* self, SEL) {
-        // The memory stays, so that a late write shows.
-        if (object_getClass(self) == objc_getClass("Holder"))
-            destroyed.push_back(reinterpret_cast<id*>(&ivarsOf<HolderIvars>(self).seen));
-    });
+    simulator::replaceMethod<"dealloc">(
+        objc_getClass("NSObject"), +[](NSObject* self, SEL) {
+            // The memory stays, so that a late write shows.
+            if (object_getClass(self) == objc_getClass("Holder"))
+                destroyed.push_back(reinterpret_cast<id*>(&ivarsOf<HolderIvars>(self).seen));
+        });
     objc_release(holder);
     ASSERT_THAT(destroyed, ElementsAre(slot));
     const id mark = token(1).leak();
@@ -341,7 +342,9 @@ class HookTest : public testing::Test {
 protected:
     HookTest()
     {
-        ClassBuilder<BaseIvars>("HookBase", "NSObject").method<"answer">(+[](NSObject*, SEL) -> NSInteger { return 1; }).registerClass();
+        ClassBuilder<BaseIvars>("HookBase", "NSObject")
+            .method<"answer">(+[](NSObject*, SEL) -> NSInteger { return 1; })
+            .registerClass();
         ClassBuilder<DerivedIvars>("HookDerived", "HookBase").registerClass();
     }
 
@@ -355,9 +358,10 @@ protected:
 
     static void hook(const char* className)
     {
-        MSHookMessageEx(objc_getClass(className), selector<"answer">(),
-                        reinterpret_cast<IMP>(+[](NSObject* self, SEL message) -> NSInteger { return previous(self, message) + 10; }),
-                        reinterpret_cast<IMP*>(&previous));
+        MSHookMessageEx(
+            objc_getClass(className), selector<"answer">(),
+            reinterpret_cast<IMP>(+[](NSObject* self, SEL message) -> NSInteger { return previous(self, message) + 10; }),
+            reinterpret_cast<IMP*>(&previous));
     }
 };
 

@@ -120,8 +120,7 @@ TEST(Send, CarriesSmallStructsInRegisters)
 TEST(Send, CarriesVariadicArguments)
 {
     const AutoreleasePool pool;
-    NSString* const made =
-        NSString::stringWithFormat(constantString<"%ld %@ %.2f %d">(), 5L, constantString<"x">(), 1.5, 7);
+    NSString* const made = NSString::stringWithFormat(constantString<"%ld %@ %.2f %d">(), 5L, constantString<"x">(), 1.5, 7);
     EXPECT_STREQ(made->UTF8String(), "5 x 1.50 7");
 }
 
