@@ -73,7 +73,7 @@ constexpr Notification notifications[] = {
     {"com.apple.Music", "Music", "A new record by the Harbour Choir"},
 };
 
-constexpr const char* names[] = {"Ana", "Eve", "Maximiliane-Alexandra", "Bo"};
+constexpr const char* names[] = {"Eve", "Maximiliane-Alexandra", "Bo", "Ana"};
 
 struct Weather {
     const char* temperature;
@@ -274,8 +274,8 @@ struct Window::Parts {
     {
         constexpr double lineHeight = 24;
         constexpr double margin = 24;
-        constexpr double keyWidth = 44;
-        constexpr double fontSize = 13;
+        constexpr double keyWidth = 28;
+        constexpr double fontSize = 12.5;
         const double height = lineHeight * static_cast<double>(allKeys().size()) + 2 * margin;
         const double width = canvas->size().width - 2 * margin;
         const double top = (canvas->size().height - height) / 2;
@@ -348,8 +348,8 @@ struct Window::Parts {
 std::span<const Window::Parts::Key> Window::Parts::allKeys()
 {
     static constexpr Key keys[] = {
-        {SDLK_n, "N", "a notification from the next application", &Parts::notifyNext},
-        {SDLK_m, "M", "one more from the same application", &Parts::notifyAgain},
+        {SDLK_n, "N", "a notification, next application", &Parts::notifyNext},
+        {SDLK_m, "M", "one more of that application", &Parts::notifyAgain},
         {SDLK_c, "C", "a card", &Parts::addCard},
         {SDLK_a, "A", "a system alert", &Parts::addAlert},
         {SDLK_x, "X", "clear the list", &Parts::clear},
