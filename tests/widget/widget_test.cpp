@@ -14,6 +14,8 @@ using testing::IsEmpty;
 
 constexpr CGRect area = CGRect::make(0, 0, 320, 300);
 
+extern "C" BOOL protocol_conformsToProtocol(objc_protocol* protocol, objc_protocol* other);
+
 UIView* initWidget(CGRect frame)
 {
     return send<"alloc", UIView*>(objc_getClass("SVWidget"))->initWithFrame(frame);
@@ -45,16 +47,19 @@ CGPoint calendarCentreIn(CGRect frame)
 std::vector<std::string> gone;
 std::map<const void*, std::string> watched;
 
-void watchDeallocs()
+void dealloc(NSObject* self, SEL)
 {
-    static void (*previous)(NSObject*, SEL);
-    previous = simulator::replaceMethod<"dealloc">(objc_getClass("NSObject"), +[](NSObject* self, SEL selector) {
-        if (const auto found = watched.find(self); found != watched.end()) {
-            gone.push_back(found->second);
-            watched.erase(found);
-        }
-        previous(self, selector);
-    });
+    if (const auto found = watched.find(self); found != watched.end()) {
+        gone.push_back(found->second);
+        watched.erase(found);
+    }
+    sendSuper<"dealloc">(objc_getClass("UIResponder"), self);
+}
+
+/// From now on views that are watched are noted when they go.
+void watchViews()
+{
+    simulator::addMethod<"dealloc">(objc_getClass("UIView"), &dealloc);
 }
 
 } // namespace
@@ -107,9 +112,7 @@ TEST(WidgetClass, AdoptsTheCalendarsDelegateProtocolAndAnswersNothingOfIt)
 TEST(WidgetClass, AdoptsAProtocolThatAdoptsTheBaseOne)
 {
     const RegionalPhone phone;
-    EXPECT_EQ((send<"conformsTo:", BOOL>(reinterpret_cast<NSObject*>(objc_getProtocol("APLCalendarDelegate")),
-                                         objc_getProtocol("NSObject"))),
-              YES);
+    EXPECT_EQ(protocol_conformsToProtocol(objc_getProtocol("APLCalendarDelegate"), objc_getProtocol("NSObject")), YES);
 }
 
 // A new widget
@@ -173,14 +176,18 @@ TEST(NewWidget, KeepsItsCalendarAsSubviewAndInItsVariable)
 TEST(NewWidget, ReplacesItsCalendarWhenItIsLoadedAgain)
 {
     const RegionalPhone phone;
+    Owned<UIView> first;
     const auto widget = newWidget();
-    const Owned<UIView> first(calendarOf(widget));
-    send<"loadCalendar">(widget.get());
-    EXPECT_NE(calendarOf(widget), first.get());
-    EXPECT_EQ((send<"delegate", NSObject*>(calendarOf(widget))), widget.get());
-    // The first one stays where it was put.
-    EXPECT_THAT(subviewsOf(widget), ElementsAre(first.get(), calendarOf(widget)));
-    first->removeFromSuperview();
+    {
+        const AutoreleasePool pool;
+        first = calendarOf(widget);
+        send<"loadCalendar">(widget.get());
+        EXPECT_NE(calendarOf(widget), first.get());
+        EXPECT_EQ((send<"delegate", NSObject*>(calendarOf(widget))), widget.get());
+        // The first one stays where it was put.
+        EXPECT_THAT(subviewsOf(widget), ElementsAre(first.get(), calendarOf(widget)));
+        first->removeFromSuperview();
+    }
     EXPECT_EQ(retainCount(first), 1U);
 }
 
@@ -393,7 +400,7 @@ TEST(WidgetFaces, ThatAreAbsentArePassedOver)
 TEST(WidgetEnd, ReleasesTheCardAndThenTheCalendar)
 {
     const RegionalPhone phone;
-    watchDeallocs();
+    watchViews();
     {
         const AutoreleasePool pool;
         const auto widget = newWidget();
@@ -409,7 +416,7 @@ TEST(WidgetEnd, ReleasesTheCardAndThenTheCalendar)
 TEST(WidgetEnd, TakesItsChildrenAlong)
 {
     const RegionalPhone phone;
-    watchDeallocs();
+    watchViews();
     {
         const AutoreleasePool pool;
         const auto widget = newWidget();
