@@ -64,6 +64,13 @@ bool isReplacement(icalcomponent* event)
     return icalcomponent_get_first_property(event, ICAL_RECURRENCEID_PROPERTY) != nullptr;
 }
 
+/// The moment of the occurrence that an event stands for.
+std::time_t replacedMoment(icalcomponent* event)
+{
+    icalproperty* const property = icalcomponent_get_first_property(event, ICAL_RECURRENCEID_PROPERTY);
+    return moment(icalproperty_get_datetime_with_component(property, event));
+}
+
 /// A component has one cursor for all who walk its properties, so a walk must be over before anything is done with them.
 std::vector<icalproperty*> propertiesOf(icalcomponent* event, icalproperty_kind kind)
 {
@@ -94,7 +101,7 @@ public:
         const std::vector<icalcomponent*> events = eventsOf(calendar);
         for (icalcomponent* event : events) {
             if (isReplacement(event))
-                replaced_.emplace(identity(event), moment(icalcomponent_get_recurrenceid(event)));
+                replaced_.emplace(identity(event), replacedMoment(event));
         }
         for (icalcomponent* event : events)
             visit(event);
@@ -141,7 +148,7 @@ private:
     {
         std::set<std::time_t> moments;
         for (icalproperty* property : propertiesOf(event, ICAL_EXDATE_PROPERTY))
-            moments.insert(moment(withZoneOf(icalproperty_get_exdate(property), icalcomponent_get_dtstart(event))));
+            moments.insert(moment(icalproperty_get_datetime_with_component(property, event)));
         return moments;
     }
 
