@@ -1,5 +1,5 @@
 # The library that ships. It is linked against nothing of the platform: like on the phone, the loader finds its symbols.
-file(GLOB library_sources CONFIGURE_DEPENDS core/*.cpp lockscreen/*.cpp text/*.cpp calendar/*.cpp)
+file(GLOB library_sources CONFIGURE_DEPENDS core/*.cpp lockscreen/*.cpp text/*.cpp calendar/*.cpp appstrip/*.cpp)
 
 add_library(Solvane MODULE ${library_sources})
 target_link_libraries(Solvane PRIVATE platform)

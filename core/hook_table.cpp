@@ -2,8 +2,10 @@
 
 #include "lockscreen/lock_screen_view.hpp"
 #include "lockscreen/notification_list_controller.hpp"
-#include "lockscreen/notification_list_view.hpp"
 #include "lockscreen/now_playing_art_view.hpp"
+#include "lockscreen/panel_construction.hpp"
+#include "lockscreen/panel_layout.hpp"
+#include "lockscreen/panel_taps.hpp"
 #include "platform/Substrate/MSHookMessageEx.hpp"
 #include "platform/runtime/objc.hpp"
 
@@ -45,7 +47,7 @@ void installHookTable()
         added(listView, "normalizePrevTap", normalizePrevTap),
         added(listView, "imgCalenderTapped", imgCalenderTapped),
         added(listView, "imgNotificationsTapped", imgNotificationsTapped),
-        replaced(listView, "initWithFrame:", initListViewWithFrame, previousInitListViewWithFrame),
+        replaced(listView, "initWithFrame:", initWithFrame, previousInitWithFrame),
         replaced(listController, "_updateModelAndViewForAdditionOfItem:", updateModelAndViewForAdditionOfItem,
                  previousUpdateModelAndViewForAdditionOfItem),
         replaced(listController, "prepareForTeardown", prepareForTeardown, previousPrepareForTeardown),

@@ -1,3 +1,4 @@
+#include "appstrip/SVAppsView.hpp"
 #include "core/hook_table.hpp"
 #include "core/settings.hpp"
 #include "platform/runtime/AutoreleasePool.hpp"
@@ -29,6 +30,7 @@ void observeDarwinNotification(NSString* name, CFNotificationCallback callback)
     setConditionWords();
     palString = constantString<"Pal">();
     registerSVWidget();
+    registerSVAppsView();
 
     for (const char* path : librariesLoadedFirst)
         dlopen(path, RTLD_NOW_MODE);

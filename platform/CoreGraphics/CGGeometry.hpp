@@ -24,6 +24,23 @@ struct CGRect {
     static constexpr CGRect make(CGFloat x, CGFloat y, CGFloat width, CGFloat height) { return {{x, y}, {width, height}}; }
 };
 
+inline constexpr CGRect CGRectZero{};
+
+inline constexpr CGFloat CGRectGetWidth(CGRect rect)
+{
+    return rect.size.width;
+}
+
+inline constexpr CGFloat CGRectGetMinY(CGRect rect)
+{
+    return rect.origin.y;
+}
+
+inline constexpr CGFloat CGRectGetMaxX(CGRect rect)
+{
+    return rect.origin.x + rect.size.width;
+}
+
 inline constexpr CGFloat CGRectGetMidX(CGRect rect)
 {
     return rect.origin.x + rect.size.width / 2;

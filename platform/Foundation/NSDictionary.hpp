@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Foundation/NSObject.hpp"
+#include "platform/Foundation/NSArray.hpp"
 
 class NSString;
 
@@ -21,4 +21,19 @@ public:
     id objectForKey(id key) { return send<"objectForKey:", id>(this, key); }
     id objectForKeyedSubscript(id key) { return send<"objectForKeyedSubscript:", id>(this, key); }
     NSUInteger count() { return send<"count", NSUInteger>(this); }
+};
+
+/// A map that can change.
+class NSMutableDictionary : public NSDictionary {
+public:
+    static NSMutableDictionary* alloc() { return send<"alloc", NSMutableDictionary*>(classNamed<"NSMutableDictionary">()); }
+    NSMutableDictionary* init() { return send<"init", NSMutableDictionary*>(this); }
+
+    /// In the map's own order.
+    NSArray* allKeys() { return send<"allKeys", NSArray*>(this); }
+    NSArray* allValues() { return send<"allValues", NSArray*>(this); }
+    /// Nil raises NSInvalidArgumentException.
+    void setObject_forKey(id object, id key) { send<"setObject:forKey:">(this, object, key); }
+    void removeObjectForKey(id key) { send<"removeObjectForKey:">(this, key); }
+    void removeAllObjects() { send<"removeAllObjects">(this); }
 };

@@ -22,6 +22,11 @@ public:
     {
         return send<"applicationWithBundleIdentifier:", SBApplication*>(this, identifier);
     }
+    /// The name of that message on older systems.
+    SBApplication* applicationWithDisplayIdentifier(NSString* identifier)
+    {
+        return send<"applicationWithDisplayIdentifier:", SBApplication*>(this, identifier);
+    }
 };
 
 class SBApplicationIcon : public NSObject {
@@ -31,6 +36,18 @@ public:
     {
         return send<"initWithApplication:", SBApplicationIcon*>(this, application);
     }
-    /// In one of SpringBoard's own image formats.
+    /// In one of SpringBoard's own image formats; may be nil.
     UIImage* generateIconImage(int format) { return send<"generateIconImage:", UIImage*>(this, format); }
 };
+
+/// SpringBoard's addition to UIImage.
+namespace SBApplicationIconImage {
+
+/// The icon of an application in one of SpringBoard's own formats; a nil identifier gives the generic icon.
+inline UIImage* _applicationIconImageForBundleIdentifier_format_scale(NSString* identifier, int format, CGFloat scale)
+{
+    return send<"_applicationIconImageForBundleIdentifier:format:scale:", UIImage*>(classNamed<"UIImage">(), identifier, format,
+                                                                                    scale);
+}
+
+} // namespace SBApplicationIconImage

@@ -22,3 +22,22 @@ public:
     BBBulletin* activeBulletin() { return send<"activeBulletin", BBBulletin*>(this); }
     UIImage* iconImage() { return send<"iconImage", UIImage*>(this); }
 };
+
+/// A card, such as a boarding pass.
+class SBCardItem : public NSObject {
+public:
+    NSString* identifier() { return send<"identifier", NSString*>(this); }
+};
+
+class SBAwayCardListItem : public SBAwayListItem {
+public:
+    SBCardItem* cardItem() { return send<"cardItem", SBCardItem*>(this); }
+    UIImage* cardThumbnail() { return send<"cardThumbnail", UIImage*>(this); }
+};
+
+/// An alert of the system itself.
+class SBAwaySystemAlertItem : public SBAwayListItem {
+public:
+    NSString* title() { return send<"title", NSString*>(this); }
+    UIImage* iconImage() { return send<"iconImage", UIImage*>(this); }
+};

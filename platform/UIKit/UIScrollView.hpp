@@ -21,6 +21,9 @@ public:
     static UIScrollView* alloc() { return send<"alloc", UIScrollView*>(classNamed<"UIScrollView">()); }
     UIScrollView* initWithFrame(CGRect frame) { return send<"initWithFrame:", UIScrollView*>(this, frame); }
 
+    void setScrollEnabled(bool enabled) { send<"setScrollEnabled:">(this, BOOL{enabled}); }
+    void setShowsVerticalScrollIndicator(bool shows) { send<"setShowsVerticalScrollIndicator:">(this, BOOL{shows}); }
+    void setShowsHorizontalScrollIndicator(bool shows) { send<"setShowsHorizontalScrollIndicator:">(this, BOOL{shows}); }
     CGSize contentSize() { return send<"contentSize", CGSize>(this); }
     void setContentSize(CGSize size) { send<"setContentSize:">(this, size); }
     CGPoint contentOffset() { return send<"contentOffset", CGPoint>(this); }

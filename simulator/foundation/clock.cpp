@@ -1,11 +1,13 @@
 #include "simulator/foundation/clock.hpp"
 
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <string>
 
 #include "platform/Foundation/NSDate.hpp"
 #include "simulator/foundation/foundation.hpp"
+#include "simulator/foundation/strings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 
 namespace simulator {
@@ -18,6 +20,19 @@ NSDate* (*machinesDate)(NSObject*, SEL);
 NSDate* date(NSObject* self, SEL selector)
 {
     return frozenSeconds ? NSDate::dateWithTimeIntervalSince1970(*frozenSeconds) : machinesDate(self, selector);
+}
+
+/// TZ names the C library's time zone; GNUstep asks the machine's settings first, and the two must agree.
+void setTimeZone()
+{
+    const char* name = std::getenv("TZ");
+    if (name == nullptr)
+        return;
+    if (*name == ':')
+        ++name;
+    const id zone = send<"timeZoneWithName:", id>(classNamed<"NSTimeZone">(), toNSString(name));
+    if (zone != nullptr)
+        send<"setDefaultTimeZone:">(classNamed<"NSTimeZone">(), zone);
 }
 
 bool isValid(const std::tm& time)
@@ -35,6 +50,7 @@ bool isValid(const std::tm& time)
 
 void replaceClock()
 {
+    setTimeZone();
     machinesDate = replaceMethod<"date">(metaclassOf(classNamed<"NSDate">()), &date);
 }
 
@@ -54,14 +70,6 @@ std::optional<double> momentOfLocalTime(std::string_view localTime)
         return std::nullopt;
     time.tm_isdst = -1;
     return static_cast<double>(mktime(&time));
-}
-
-bool freezeClock(std::string_view localTime)
-{
-    const auto moment = momentOfLocalTime(localTime);
-    if (moment)
-        frozenSeconds = moment;
-    return moment.has_value();
 }
 
 void freezeClockAt(double seconds)

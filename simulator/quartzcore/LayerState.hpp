@@ -1,14 +1,23 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/QuartzCore/CALayer.hpp"
 #include "platform/runtime/Owned.hpp"
 #include "simulator/graphics/Bitmap.hpp"
+#include "simulator/graphics/Colour.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 
 namespace simulator {
+
+/// What a layer makes of that which lies behind it.
+struct LayerBackdrop {
+    /// In points.
+    double blurRadius;
+    Colour tint;
+};
 
 /// What one layer holds ("CALayer", Core Animation).
 struct LayerState {
@@ -26,6 +35,10 @@ struct LayerState {
     float opacity = 1;
     bool hidden = false;
     bool masksToBounds = false;
+    /// What the layer itself draws is cut off at its bounds.
+    bool contentsEndAtBounds = true;
+    /// None in a layer that lets what lies behind it show as it is.
+    std::optional<LayerBackdrop> backdrop;
     Owned<NSObject> compositingFilter;
     /// Not retained; a view clears it when it goes.
     NSObject* delegate = nullptr;
@@ -37,5 +50,8 @@ inline LayerState& stateOf(CALayer* layer)
 {
     return ivarsOf<LayerState>(layer);
 }
+
+/// For properties whose change shows: draws the screen again.
+void layerChanged(NSObject* layer);
 
 } // namespace simulator

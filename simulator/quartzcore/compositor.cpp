@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "platform/Foundation/NSString.hpp"
 #include "simulator/foundation/strings.hpp"
+#include "simulator/graphics/blur.hpp"
 #include "simulator/graphics/contexts.hpp"
 #include "simulator/quartzcore/LayerState.hpp"
 #include "simulator/quartzcore/colours.hpp"
@@ -45,15 +47,17 @@ void drawBackground(cairo_t* cairo, const LayerState& layer)
     cairo_fill(cairo);
 }
 
-/// A layer's own drawing ends at its bounds, whatever its sublayers do.
+/// What a layer draws by itself ends at its bounds, as a rule, whatever its sublayers do.
 void drawContents(cairo_t* cairo, CALayer* layer)
 {
     const LayerState& state = stateOf(layer);
-    if (state.bounds.size.width <= 0 || state.bounds.size.height <= 0)
+    if (state.contentsEndAtBounds && (state.bounds.size.width <= 0 || state.bounds.size.height <= 0))
         return;
     cairo_save(cairo);
-    addRoundedRectangle(cairo, state.bounds, 0);
-    cairo_clip(cairo);
+    if (state.contentsEndAtBounds) {
+        addRoundedRectangle(cairo, state.bounds, 0);
+        cairo_clip(cairo);
+    }
     pushGraphicsContext({.cairo = cairo});
     send<"drawInContext:">(layer, static_cast<void*>(cairo));
     popGraphicsContext();
@@ -69,23 +73,6 @@ void drawBorder(cairo_t* cairo, const LayerState& layer)
     cairo_set_line_width(cairo, layer.borderWidth);
     colour.applyTo(cairo);
     cairo_stroke(cairo);
-}
-
-/// In the layer's own coordinates.
-void drawInside(cairo_t* cairo, CALayer* layer)
-{
-    const LayerState& state = stateOf(layer);
-    drawBackground(cairo, state);
-    drawContents(cairo, layer);
-    cairo_save(cairo);
-    if (state.masksToBounds) {
-        addRoundedRectangle(cairo, state.bounds, state.cornerRadius);
-        cairo_clip(cairo);
-    }
-    for (CALayer* sublayer : state.sublayers)
-        drawLayerTree(cairo, sublayer);
-    cairo_restore(cairo);
-    drawBorder(cairo, state);
 }
 
 struct BlendMode {
@@ -111,39 +98,160 @@ cairo_operator_t blendOf(NSObject* compositingFilter)
     return CAIRO_OPERATOR_OVER;
 }
 
-void drawAsGroup(cairo_t* cairo, CALayer* layer)
+/// All that a layer and those below it draw, in the layer's own coordinates; none when there is no telling.
+std::optional<CGRect> extentOf(const LayerState& layer)
 {
-    const LayerState& state = stateOf(layer);
-    cairo_push_group(cairo);
-    drawInside(cairo, layer);
-    if (state.mask != nullptr) {
-        cairo_push_group(cairo);
-        drawLayerTree(cairo, state.mask);
-        const CairoPointer<cairo_pattern_t> mask(cairo_pop_group(cairo));
-        cairo_pop_group_to_source(cairo);
-        cairo_push_group(cairo);
-        cairo_mask(cairo, mask.get());
+    if (!layer.contentsEndAtBounds)
+        return std::nullopt;
+    double left = layer.bounds.origin.x;
+    double top = layer.bounds.origin.y;
+    double right = left + layer.bounds.size.width;
+    double bottom = top + layer.bounds.size.height;
+    if (layer.masksToBounds)
+        return layer.bounds;
+    for (CALayer* sublayer : layer.sublayers) {
+        const LayerState& state = stateOf(sublayer);
+        const auto extent = extentOf(state);
+        if (!extent)
+            return std::nullopt;
+        const double x = state.position.x - state.bounds.size.width / 2 - state.bounds.origin.x + extent->origin.x;
+        const double y = state.position.y - state.bounds.size.height / 2 - state.bounds.origin.y + extent->origin.y;
+        left = std::min(left, x);
+        top = std::min(top, y);
+        right = std::max(right, x + extent->size.width);
+        bottom = std::max(bottom, y + extent->size.height);
     }
-    cairo_pop_group_to_source(cairo);
-    cairo_set_operator(cairo, blendOf(state.compositingFilter));
-    cairo_paint_with_alpha(cairo, state.opacity);
+    return CGRect::make(left, top, right - left, bottom - top);
 }
+
+/// Clips to the whole pixels that the rectangle touches.
+void clipToPixelsOf(cairo_t* cairo, CGRect rect)
+{
+    double left = rect.origin.x;
+    double top = rect.origin.y;
+    double right = left + rect.size.width;
+    double bottom = top + rect.size.height;
+    cairo_user_to_device(cairo, &left, &top);
+    cairo_user_to_device(cairo, &right, &bottom);
+    cairo_matrix_t matrix;
+    cairo_get_matrix(cairo, &matrix);
+    cairo_identity_matrix(cairo);
+    cairo_rectangle(cairo, std::floor(left), std::floor(top), std::ceil(right) - std::floor(left),
+                    std::ceil(bottom) - std::floor(top));
+    cairo_clip(cairo);
+    cairo_set_matrix(cairo, &matrix);
+}
+
+/// Draws one tree of layers.
+class Compositor {
+public:
+    explicit Compositor(cairo_t* cairo) : cairo_(cairo) {}
+
+    void draw(CALayer* layer)
+    {
+        const LayerState& state = stateOf(layer);
+        if (state.hidden || state.opacity <= 0)
+            return;
+        cairo_save(cairo_);
+        cairo_translate(cairo_, state.position.x - state.bounds.size.width / 2 - state.bounds.origin.x,
+                        state.position.y - state.bounds.size.height / 2 - state.bounds.origin.y);
+        if (state.opacity < 1 || state.mask != nullptr || state.compositingFilter != nullptr)
+            drawAsGroup(layer);
+        else
+            drawInside(layer);
+        cairo_restore(cairo_);
+    }
+
+private:
+    /// In the layer's own coordinates.
+    void drawInside(CALayer* layer)
+    {
+        const LayerState& state = stateOf(layer);
+        if (state.backdrop)
+            drawBackdrop(state);
+        drawBackground(cairo_, state);
+        drawContents(cairo_, layer);
+        cairo_save(cairo_);
+        if (state.masksToBounds) {
+            addRoundedRectangle(cairo_, state.bounds, state.cornerRadius);
+            cairo_clip(cairo_);
+        }
+        for (CALayer* sublayer : state.sublayers)
+            draw(sublayer);
+        cairo_restore(cairo_);
+        drawBorder(cairo_, state);
+    }
+
+    void drawAsGroup(CALayer* layer)
+    {
+        const LayerState& state = stateOf(layer);
+        if (const auto extent = extentOf(state))
+            clipToPixelsOf(cairo_, *extent);
+        cairo_push_group(cairo_);
+        drawInside(layer);
+        if (state.mask != nullptr)
+            applyMask(state.mask);
+        cairo_pop_group_to_source(cairo_);
+        cairo_set_operator(cairo_, blendOf(state.compositingFilter));
+        cairo_paint_with_alpha(cairo_, state.opacity);
+    }
+
+    /// Leaves of the innermost group what the mask covers.
+    void applyMask(CALayer* mask)
+    {
+        cairo_push_group(cairo_);
+        draw(mask);
+        cairo_pop_group_to_source(cairo_);
+        cairo_save(cairo_);
+        cairo_set_operator(cairo_, CAIRO_OPERATOR_DEST_IN);
+        cairo_paint(cairo_);
+        cairo_restore(cairo_);
+    }
+
+    /// All backdrops of a picture show one capture of it, taken and blurred when the first is drawn, so that neighbouring ones
+    /// run into each other without a seam.
+    void drawBackdrop(const LayerState& state)
+    {
+        if (state.bounds.size.width <= 0 || state.bounds.size.height <= 0)
+            return;
+        if (capture_ == nullptr)
+            capture_ = blurredCapture(state.backdrop->blurRadius);
+        cairo_save(cairo_);
+        addRoundedRectangle(cairo_, state.bounds, state.cornerRadius);
+        cairo_clip(cairo_);
+        cairo_identity_matrix(cairo_);
+        cairo_set_source_surface(cairo_, capture_.get(), 0, 0);
+        cairo_paint(cairo_);
+        state.backdrop->tint.applyTo(cairo_);
+        cairo_paint(cairo_);
+        cairo_restore(cairo_);
+    }
+
+    CairoPointer<cairo_surface_t> blurredCapture(double radiusInPoints)
+    {
+        cairo_surface_t* const picture = cairo_get_target(cairo_);
+        CairoPointer<cairo_surface_t> capture(cairo_image_surface_create(
+            CAIRO_FORMAT_ARGB32, cairo_image_surface_get_width(picture), cairo_image_surface_get_height(picture)));
+        const CairoPointer<cairo_t> copy(cairo_create(capture.get()));
+        cairo_set_source_surface(copy.get(), picture, 0, 0);
+        cairo_set_operator(copy.get(), CAIRO_OPERATOR_SOURCE);
+        cairo_paint(copy.get());
+        double radiusInPixels = radiusInPoints;
+        double unused = 0;
+        cairo_user_to_device_distance(cairo_, &radiusInPixels, &unused);
+        blur(capture.get(), radiusInPixels);
+        return capture;
+    }
+
+    cairo_t* cairo_;
+    CairoPointer<cairo_surface_t> capture_;
+};
 
 } // namespace
 
 void drawLayerTree(cairo_t* cairo, CALayer* layer)
 {
-    const LayerState& state = stateOf(layer);
-    if (state.hidden || state.opacity <= 0)
-        return;
-    cairo_save(cairo);
-    cairo_translate(cairo, state.position.x - state.bounds.size.width / 2 - state.bounds.origin.x,
-                    state.position.y - state.bounds.size.height / 2 - state.bounds.origin.y);
-    if (state.opacity < 1 || state.mask != nullptr || state.compositingFilter != nullptr)
-        drawAsGroup(cairo, layer);
-    else
-        drawInside(cairo, layer);
-    cairo_restore(cairo);
+    Compositor(cairo).draw(layer);
 }
 
 } // namespace simulator

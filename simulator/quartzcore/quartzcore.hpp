@@ -7,5 +7,6 @@ void registerQuartzCore();
 
 void registerCALayer();
 void registerCAGradientLayer();
+void registerCAShapeLayer();
 
 } // namespace simulator

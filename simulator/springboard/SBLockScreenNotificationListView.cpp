@@ -22,7 +22,7 @@ struct ListViewIvars {
 constexpr CGFloat rowHeight = 72;
 constexpr CGFloat hairline = 0.5;
 /// Rows begin below the status bar and end above the clock.
-constexpr UIEdgeInsets rowInset{.top = 40, .left = 0, .bottom = 190, .right = 0};
+constexpr UIEdgeInsets rowInset{.top = 20, .left = 0, .bottom = 190, .right = 0};
 
 Owned<UIView> pocket(CGRect frame)
 {

@@ -55,12 +55,35 @@ CGRect frame(UIView* self, SEL)
     return self->layer()->frame();
 }
 
+void growWithSuperview(UIView* view, CGSize growth)
+{
+    const NSUInteger mask = stateOf(view).autoresizingMask;
+    if (mask == 0)
+        return;
+    CGRect frame = view->frame();
+    if ((mask & flexibleWidth) != 0)
+        frame.size.width += growth.width;
+    if ((mask & flexibleHeight) != 0)
+        frame.size.height += growth.height;
+    view->setFrame(frame);
+}
+
 /// A new size asks for a new layout of what is inside.
+void sizeChanged(UIView* self, CGSize before)
+{
+    const CGSize size = self->layer()->bounds().size;
+    if (size == before)
+        return;
+    self->setNeedsLayout();
+    for (UIView* subview : stateOf(self).subviews)
+        growWithSuperview(subview, {size.width - before.width, size.height - before.height});
+}
+
 void setFrame(UIView* self, SEL, CGRect frame)
 {
-    if (self->layer()->bounds().size != frame.size)
-        self->setNeedsLayout();
+    const CGSize before = self->layer()->bounds().size;
     self->layer()->setFrame(frame);
+    sizeChanged(self, before);
 }
 
 CGRect bounds(UIView* self, SEL)
@@ -70,9 +93,9 @@ CGRect bounds(UIView* self, SEL)
 
 void setBounds(UIView* self, SEL, CGRect bounds)
 {
-    if (self->layer()->bounds().size != bounds.size)
-        self->setNeedsLayout();
+    const CGSize before = self->layer()->bounds().size;
     self->layer()->setBounds(bounds);
+    sizeChanged(self, before);
 }
 
 CGPoint center(UIView* self, SEL)
@@ -130,6 +153,11 @@ void insertSubviewAtIndex(UIView* self, SEL, UIView* view, NSInteger index)
     all.insert(place, kept);
     stateOf(view).superview = self;
     self->setNeedsLayout();
+    send<"didMoveToSuperview">(view);
+}
+
+void didMoveToSuperview(UIView*, SEL)
+{
 }
 
 /// A view that is already there comes to the front.
@@ -319,6 +347,8 @@ void registerUIView()
         .method<"addSubview:">(addSubview)
         .method<"insertSubview:atIndex:">(insertSubviewAtIndex)
         .method<"removeFromSuperview">(removeFromSuperview)
+        .method<"didMoveToSuperview">(didMoveToSuperview)
+        .property<&View::autoresizingMask>("autoresizingMask")
         .method<"isHidden">(isHidden)
         .method<"setHidden:">(setHidden)
         .method<"alpha">(alpha)

@@ -8,6 +8,11 @@
 
 namespace simulator {
 
+/// The autoresizing mask of a view whose width and height grow with its superview's.
+inline constexpr NSUInteger flexibleWidth = 1 << 1;
+inline constexpr NSUInteger flexibleHeight = 1 << 4;
+inline constexpr NSUInteger flexibleSize = flexibleWidth | flexibleHeight;
+
 /// What one view holds ("UIView", UIKit). Its geometry and its looks are its layer's.
 struct ViewState {
     Owned<CALayer> layer;
@@ -16,6 +21,8 @@ struct ViewState {
     std::vector<Owned<UIGestureRecognizer>> gestureRecognizers;
     Owned<UIColor> backgroundColor;
     NSInteger tag = 0;
+    /// Of it, the width and the height are heeded; margins stay as they are.
+    NSUInteger autoresizingMask = 0;
     bool userInteractionEnabled = true;
     bool needsLayout = true;
 

@@ -21,6 +21,8 @@ void registerUIKit()
     registerUITapGestureRecognizer();
     registerUISwipeGestureRecognizer();
     registerUIPanGestureRecognizer();
+    registerUIBezierPath();
+    registerUIBackdropView();
     registerUIScrollView();
     registerUITableViewCell();
     registerUITableView();

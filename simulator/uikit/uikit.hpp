@@ -22,6 +22,8 @@ void registerUIGestureRecognizer();
 void registerUITapGestureRecognizer();
 void registerUISwipeGestureRecognizer();
 void registerUIPanGestureRecognizer();
+void registerUIBezierPath();
+void registerUIBackdropView();
 void registerUIScrollView();
 void registerUITableViewCell();
 void registerUITableView();

@@ -1,0 +1,64 @@
+#include "lockscreen/panel_taps.hpp"
+
+#include "lockscreen/panel.hpp"
+#include "platform/QuartzCore/CAShapeLayer.hpp"
+#include "platform/UIKit/UIBezierPath.hpp"
+#include "text/weather_sentence.hpp"
+
+namespace {
+
+/// From 10 points around the icon down into the pane.
+CGRect tabFrameFor(UIView* icon)
+{
+    constexpr CGFloat margin = 10;
+    constexpr CGFloat height = 150;
+    const CGPoint origin = icon->frame().origin;
+    return CGRect::make(origin.x - margin, origin.y - margin, icon->frame().size.width + 2 * margin, height);
+}
+
+/// Everything is closed first, so the toggles always end in "shown" and the tab always takes its place at the icon: a tap
+/// on an icon whose pane is open leaves it open. This is meant.
+void openPane(SBLockScreenNotificationListView* self, UIView* pane, UIView* icon)
+{
+    self->normalizePrevTap();
+    pane->setHidden(!pane->isHidden());
+    tabView->setHidden(!tabView->isHidden());
+    tabView->setFrame(tabView->frame() == CGRectZero ? tabFrameFor(icon) : CGRectZero);
+    topPocketView(self)->setAlpha(pane->isHidden() ? 0 : 1);
+}
+
+} // namespace
+
+void cornerRadiusHook(SBLockScreenNotificationListView*, SEL)
+{
+    constexpr CGSize radii{5, 5};
+    CAShapeLayer* const shape = CAShapeLayer::layer();
+    UIBezierPath* const outline = UIBezierPath::bezierPathWithRoundedRect_byRoundingCorners_cornerRadii(
+        tabView->bounds(), UIRectCornerTopLeft | UIRectCornerTopRight, radii);
+    shape->setPath(outline->CGPath());
+    tabView->layer()->setMask(shape);
+}
+
+void normalizePrevTap(SBLockScreenNotificationListView* self, SEL)
+{
+    calendarPaneView->setHidden(true);
+    notificationPaneView->setHidden(true);
+    tabView->setHidden(true);
+    tabView->setFrame(CGRectZero);
+    topPocketView(self)->setAlpha(0);
+}
+
+void imgCalenderTapped(SBLockScreenNotificationListView* self, SEL)
+{
+    openPane(self, calendarPaneView, calendarIconView);
+    self->cornerRadiusHook();
+}
+
+/// The notifications have been seen: the weather comes back and the strip is emptied. The calendar's tap does neither.
+void imgNotificationsTapped(SBLockScreenNotificationListView* self, SEL)
+{
+    openPane(self, notificationPaneView, notificationIconView);
+    subtitleLabel->setText(getTempString());
+    appsView->clearAll();
+    self->cornerRadiusHook();
+}

@@ -1,0 +1,5 @@
+#pragma once
+
+/// A path of Core Graphics.
+class CGPath;
+using CGPathRef = CGPath*;
