@@ -64,12 +64,31 @@ bool isReplacement(icalcomponent* event)
     return icalcomponent_get_first_property(event, ICAL_RECURRENCEID_PROPERTY) != nullptr;
 }
 
-template <class Visit>
-void forEachEvent(icalcomponent* calendar, Visit visit)
+/// The moment of the occurrence that an event stands for.
+std::time_t replacedMoment(icalcomponent* event)
 {
+    icalproperty* const property = icalcomponent_get_first_property(event, ICAL_RECURRENCEID_PROPERTY);
+    return moment(icalproperty_get_datetime_with_component(property, event));
+}
+
+/// A component has one cursor for all who walk its properties, so a walk must be over before anything is done with them.
+std::vector<icalproperty*> propertiesOf(icalcomponent* event, icalproperty_kind kind)
+{
+    std::vector<icalproperty*> properties;
+    for (icalproperty* property = icalcomponent_get_first_property(event, kind); property != nullptr;
+         property = icalcomponent_get_next_property(event, kind))
+        properties.push_back(property);
+    return properties;
+}
+
+/// The same goes for the components within one.
+std::vector<icalcomponent*> eventsOf(icalcomponent* calendar)
+{
+    std::vector<icalcomponent*> events;
     for (icalcomponent* event = icalcomponent_get_first_component(calendar, ICAL_VEVENT_COMPONENT); event != nullptr;
          event = icalcomponent_get_next_component(calendar, ICAL_VEVENT_COMPONENT))
-        visit(event);
+        events.push_back(event);
+    return events;
 }
 
 /// The period searched, and what was found in it.
@@ -79,11 +98,13 @@ public:
 
     std::vector<CalendarEvent> inCalendar(icalcomponent* calendar)
     {
-        forEachEvent(calendar, [this](icalcomponent* event) {
+        const std::vector<icalcomponent*> events = eventsOf(calendar);
+        for (icalcomponent* event : events) {
             if (isReplacement(event))
-                replaced_.emplace(identity(event), moment(icalcomponent_get_recurrenceid(event)));
-        });
-        forEachEvent(calendar, [this](icalcomponent* event) { visit(event); });
+                replaced_.emplace(identity(event), replacedMoment(event));
+        }
+        for (icalcomponent* event : events)
+            visit(event);
         std::ranges::stable_sort(found_, {}, &CalendarEvent::start);
         return std::move(found_);
     }
@@ -96,16 +117,12 @@ private:
             return;
         const icaltimetype end = endOf(event, start);
         excluded_ = excludedMoments(event);
-        bool recurs = false;
-        for (icalproperty* rule = icalcomponent_get_first_property(event, ICAL_RRULE_PROPERTY); rule != nullptr;
-             rule = icalcomponent_get_next_property(event, ICAL_RRULE_PROPERTY)) {
-            recurs = true;
+        const std::vector<icalproperty*> rules = propertiesOf(event, ICAL_RRULE_PROPERTY);
+        for (icalproperty* rule : rules)
             follow(event, icalproperty_get_rrule(rule), start, end);
-        }
-        if (!recurs)
+        if (rules.empty())
             add(event, start, start, end);
-        for (icalproperty* extra = icalcomponent_get_first_property(event, ICAL_RDATE_PROPERTY); extra != nullptr;
-             extra = icalcomponent_get_next_property(event, ICAL_RDATE_PROPERTY))
+        for (icalproperty* extra : propertiesOf(event, ICAL_RDATE_PROPERTY))
             add(event, withZoneOf(icalproperty_get_rdate(extra).time, start), start, end);
     }
 
@@ -130,9 +147,8 @@ private:
     static std::set<std::time_t> excludedMoments(icalcomponent* event)
     {
         std::set<std::time_t> moments;
-        for (icalproperty* property = icalcomponent_get_first_property(event, ICAL_EXDATE_PROPERTY); property != nullptr;
-             property = icalcomponent_get_next_property(event, ICAL_EXDATE_PROPERTY))
-            moments.insert(moment(withZoneOf(icalproperty_get_exdate(property), icalcomponent_get_dtstart(event))));
+        for (icalproperty* property : propertiesOf(event, ICAL_EXDATE_PROPERTY))
+            moments.insert(moment(icalproperty_get_datetime_with_component(property, event)));
         return moments;
     }
 
