@@ -535,6 +535,11 @@ struct Row {
     CGFloat start;
 };
 
+void PrintTo(const Row& row, std::ostream* stream)
+{
+    *stream << row.applications << " in " << row.width << " points";
+}
+
 class Rows : public AppsView, public testing::WithParamInterface<Row> {};
 
 } // namespace
