@@ -95,10 +95,11 @@ NSObject* mortal(const char* className)
     static void (*dealloc)(NSObject*, SEL);
     dealloc = reinterpret_cast<void (*)(NSObject*, SEL)>(
         class_getMethodImplementation(objc_getClass("NSObject"), selector<"dealloc">()));
-    simulator::addMethod<"dealloc">(objc_getClass(className), +[](NSObject* self, SEL message) {
-        MessageLog::messages().push_back(class_getName(object_getClass(self)));
-        dealloc(self, message);
-    });
+    simulator::addMethod<"dealloc">(
+        objc_getClass(className), +[](NSObject* self, SEL message) {
+            MessageLog::messages().push_back(class_getName(object_getClass(self)));
+            dealloc(self, message);
+        });
     return newObject(className);
 }
 
@@ -113,16 +114,15 @@ TEST_F(AppsView, IsAScrollView)
 
 TEST_F(AppsView, AnswersItsInterface)
 {
-    for (const char* name :
-         {"initWithFrame:", "items", "setItems:", "iconImgViews", "setIconImgViews:", "identifierForListItem:",
-          "iconForListItem:", "addIconFor:andBadgeCount:", "showIcons", "clearAll"}) {
+    for (const char* name : {"initWithFrame:", "items", "setItems:", "iconImgViews", "setIconImgViews:", "identifierForListItem:",
+                             "iconForListItem:", "addIconFor:andBadgeCount:", "showIcons", "clearAll"}) {
         const Method method = class_getInstanceMethod(objc_getClass("SVAppsView"), sel_registerName(name));
         ASSERT_NE(method, nullptr) << name;
         EXPECT_TRUE(isInLibrary(reinterpret_cast<const void*>(method_getImplementation(method)))) << name;
     }
-    EXPECT_STREQ(method_getTypeEncoding(
-                     class_getInstanceMethod(objc_getClass("SVAppsView"), selector<"addIconFor:andBadgeCount:">())),
-                 "v@:@q");
+    EXPECT_STREQ(
+        method_getTypeEncoding(class_getInstanceMethod(objc_getClass("SVAppsView"), selector<"addIconFor:andBadgeCount:">())),
+        "v@:@q");
 }
 
 TEST_F(AppsView, HasItsFrame)
@@ -142,8 +142,8 @@ TEST_F(AppsView, BeginsWithoutItemsAndWithoutIcons)
 
 TEST_F(AppsView, IsNilWhenTheScrollViewIs)
 {
-    simulator::replaceMethod<"initWithFrame:">(objc_getClass("UIScrollView"),
-                                               +[](UIView*, SEL, CGRect) { return static_cast<UIView*>(nullptr); });
+    simulator::replaceMethod<"initWithFrame:">(
+        objc_getClass("UIScrollView"), +[](UIView*, SEL, CGRect) { return static_cast<UIView*>(nullptr); });
     EXPECT_EQ(strip::make(), nullptr);
 }
 
@@ -162,8 +162,9 @@ TEST_F(AppsView, SetsWhatAScrollViewHasByDefaultToo)
     Noted<"SVAppsView", "setScrollEnabled:", void, BOOL>::install();
     Noted<"SVAppsView", "setUserInteractionEnabled:", void, BOOL>::install();
     strip::make();
-    EXPECT_THAT(MessageLog::messages(), ElementsAre("? setShowsVerticalScrollIndicator: NO", "? setShowsHorizontalScrollIndicator: NO",
-                                                    "? setScrollEnabled: YES", "? setUserInteractionEnabled: YES"));
+    EXPECT_THAT(MessageLog::messages(),
+                ElementsAre("? setShowsVerticalScrollIndicator: NO", "? setShowsHorizontalScrollIndicator: NO",
+                            "? setScrollEnabled: YES", "? setUserInteractionEnabled: YES"));
 }
 
 TEST_F(AppsView, KeepsTheVeryListAndLetsThePreviousGo)
@@ -336,10 +337,11 @@ TEST_F(AppsView, AListThatChangesDuringTheCountRaises)
     static NSString* (*identifier)(NSObject*, SEL, NSObject*);
     static std::string raised;
     static void (*raise)(NSObject*, SEL);
-    raise = simulator::replaceMethod<"raise">(objc_getClass("NSException"), +[](NSObject* self, SEL message) {
-        raised = textOf(send<"name", NSString*>(self)) + ": " + textOf(send<"reason", NSString*>(self));
-        raise(self, message);
-    });
+    raise = simulator::replaceMethod<"raise">(
+        objc_getClass("NSException"), +[](NSObject* self, SEL message) {
+            raised = textOf(send<"name", NSString*>(self)) + ": " + textOf(send<"reason", NSString*>(self));
+            raise(self, message);
+        });
     list = list_;
     for (int i = 0; i < 3; ++i)
         list_->addObject(notification(mail));
@@ -458,8 +460,8 @@ TEST_F(AppsView, ShowsAnEmptyBadgeWhenTheFileIsNoPicture)
 
 TEST_F(AppsView, ShowsAnEmptyIconWithItsBadgeForAnItemWithoutImage)
 {
-    simulator::replaceMethod<"iconForListItem:">(objc_getClass("SVAppsView"),
-                                                 +[](NSObject*, SEL, NSObject*) { return static_cast<UIImage*>(nullptr); });
+    simulator::replaceMethod<"iconForListItem:">(
+        objc_getClass("SVAppsView"), +[](NSObject*, SEL, NSObject*) { return static_cast<UIImage*>(nullptr); });
     arrive(mail);
     EXPECT_EQ(icon(mail)->image(), nullptr);
     EXPECT_EQ(shown(badge(mail)), badgePicture("1"));

@@ -73,14 +73,16 @@ void noteIconRequests()
             return bundleImage;
         });
     const Class icon = objc_getClass("SBApplicationIcon");
-    simulator::replaceMethod<"initWithApplication:">(icon, +[](NSObject* self, SEL, NSObject* given) {
-        requests().push_back("icon for " + MessageLog::describe(given));
-        return self;
-    });
-    simulator::replaceMethod<"generateIconImage:">(icon, +[](NSObject*, SEL, int format) {
-        requests().push_back("format " + std::to_string(format));
-        return applicationImage;
-    });
+    simulator::replaceMethod<"initWithApplication:">(
+        icon, +[](NSObject* self, SEL, NSObject* given) {
+            requests().push_back("icon for " + MessageLog::describe(given));
+            return self;
+        });
+    simulator::replaceMethod<"generateIconImage:">(
+        icon, +[](NSObject*, SEL, int format) {
+            requests().push_back("format " + std::to_string(format));
+            return applicationImage;
+        });
 }
 
 /// From now on SpringBoard's controller is another object, of the class of that name.
@@ -90,8 +92,8 @@ void replaceController(const char* className)
     controller = newObject(className);
     application = newObject("NSObject");
     MessageLog::name(application, "application");
-    simulator::replaceMethod<"sharedInstance">(simulator::metaclassOf(objc_getClass("SBApplicationController")),
-                                               +[](NSObject*, SEL) { return controller; });
+    simulator::replaceMethod<"sharedInstance">(
+        simulator::metaclassOf(objc_getClass("SBApplicationController")), +[](NSObject*, SEL) { return controller; });
 }
 
 NSObject* lookUpByBundle(NSObject*, SEL, NSString* identifier)
@@ -124,9 +126,9 @@ void answerIdentifiers(std::vector<NSString*> wanted)
 {
     answers = std::move(wanted);
     identifierCalls = 0;
-    simulator::replaceMethod<"identifierForListItem:">(objc_getClass("SVAppsView"), +[](NSObject*, SEL, NSObject*) {
-        return answers.at(static_cast<std::size_t>(identifierCalls++));
-    });
+    simulator::replaceMethod<"identifierForListItem:">(
+        objc_getClass("SVAppsView"),
+        +[](NSObject*, SEL, NSObject*) { return answers.at(static_cast<std::size_t>(identifierCalls++)); });
 }
 
 constexpr const char* kinds[] = {"SBAwayBulletinListItem", "SBAwayCardListItem", "SBAwaySystemAlertItem"};
@@ -135,10 +137,11 @@ constexpr const char* kinds[] = {"SBAwayBulletinListItem", "SBAwayCardListItem",
 NSObject* askedObject()
 {
     const Class cls = makeClass("AskedItem", "NSObject");
-    simulator::addMethod<"isKindOfClass:">(cls, +[](NSObject*, SEL, Class kind) -> BOOL {
-        requests().push_back(class_getName(kind));
-        return NO;
-    });
+    simulator::addMethod<"isKindOfClass:">(
+        cls, +[](NSObject*, SEL, Class kind) -> BOOL {
+            requests().push_back(class_getName(kind));
+            return NO;
+        });
     return newObject("AskedItem");
 }
 
@@ -201,13 +204,15 @@ TEST_F(ListItems, ACardAndAnAlertWithoutANameGiveNil)
 
 TEST_F(ListItems, SubclassesCountAsTheirKind)
 {
-    static BBBulletin* const bulletin = static_cast<SBAwayBulletinListItem*>(notification("org.example.sub").leak())->activeBulletin();
-    simulator::addMethod<"activeBulletin">(makeClass("SpecialBulletin", "SBAwayBulletinListItem"),
-                                           +[](NSObject*, SEL) { return bulletin; });
+    static BBBulletin* const bulletin =
+        static_cast<SBAwayBulletinListItem*>(notification("org.example.sub").leak())->activeBulletin();
+    simulator::addMethod<"activeBulletin">(
+        makeClass("SpecialBulletin", "SBAwayBulletinListItem"), +[](NSObject*, SEL) { return bulletin; });
     static SBCardItem* const card =
         static_cast<SBAwayCardListItem*>(simulator::cardItem(text("pass.1"), nullptr).leak())->cardItem();
     simulator::addMethod<"cardItem">(makeClass("SpecialCard", "SBAwayCardListItem"), +[](NSObject*, SEL) { return card; });
-    simulator::addMethod<"title">(makeClass("SpecialAlert", "SBAwaySystemAlertItem"), +[](NSObject*, SEL) { return text("Alarm"); });
+    simulator::addMethod<"title">(
+        makeClass("SpecialAlert", "SBAwaySystemAlertItem"), +[](NSObject*, SEL) { return text("Alarm"); });
     EXPECT_EQ(identifier(newObject("SpecialBulletin")), "org.example.sub");
     EXPECT_EQ(identifier(newObject("SpecialCard")), "pass.1");
     EXPECT_EQ(identifier(newObject("SpecialAlert")), "Alarm");
@@ -217,10 +222,10 @@ TEST_F(ListItems, SubclassesGiveTheIconsOfTheirKind)
 {
     static UIImage* const thumbnail = namedImage("thumbnail");
     static UIImage* const alertIcon = namedImage("alert icon");
-    simulator::addMethod<"cardThumbnail">(makeClass("SpecialCard", "SBAwayCardListItem"),
-                                          +[](NSObject*, SEL) { return thumbnail; });
-    simulator::addMethod<"iconImage">(makeClass("SpecialAlert", "SBAwaySystemAlertItem"),
-                                      +[](NSObject*, SEL) { return alertIcon; });
+    simulator::addMethod<"cardThumbnail">(
+        makeClass("SpecialCard", "SBAwayCardListItem"), +[](NSObject*, SEL) { return thumbnail; });
+    simulator::addMethod<"iconImage">(
+        makeClass("SpecialAlert", "SBAwaySystemAlertItem"), +[](NSObject*, SEL) { return alertIcon; });
     EXPECT_EQ(icon(newObject("SpecialCard")), thumbnail);
     EXPECT_EQ(icon(newObject("SpecialAlert")), alertIcon);
 }
@@ -302,9 +307,10 @@ TEST_F(ListItems, AreLookedUpByWhatTheControllerSaysItRespondsTo)
     // The controller has the newer look-up and denies it.
     const Class controller = objc_getClass("SBApplicationController");
     static const SEL newer = selector<"applicationWithBundleIdentifier:">();
-    simulator::addMethod<"respondsToSelector:">(controller, +[](NSObject* self, SEL, SEL asked) -> BOOL {
-        return BOOL{asked != newer && class_respondsToSelector(object_getClass(self), asked) != NO};
-    });
+    simulator::addMethod<"respondsToSelector:">(
+        controller, +[](NSObject* self, SEL, SEL asked) -> BOOL {
+            return BOOL{asked != newer && class_respondsToSelector(object_getClass(self), asked) != NO};
+        });
     simulator::addMethod<"applicationWithDisplayIdentifier:">(controller, &lookUpByDisplay);
     noteIconRequests();
     icon(mail_);
@@ -435,15 +441,17 @@ TEST_F(ListItems, EachCallMakesAnIconObjectOfItsOwnAndLetsItGo)
     static NSObject* (*init)(NSObject*, SEL, NSObject*);
     static void (*dealloc)(NSObject*, SEL);
     const Class cls = objc_getClass("SBApplicationIcon");
-    init = simulator::replaceMethod<"initWithApplication:">(cls, +[](NSObject* self, SEL message, NSObject* given) {
-        ++made;
-        return init(self, message, given);
-    });
+    init = simulator::replaceMethod<"initWithApplication:">(
+        cls, +[](NSObject* self, SEL message, NSObject* given) {
+            ++made;
+            return init(self, message, given);
+        });
     dealloc = reinterpret_cast<void (*)(NSObject*, SEL)>(class_getMethodImplementation(cls, selector<"dealloc">()));
-    simulator::addMethod<"dealloc">(cls, +[](NSObject* self, SEL message) {
-        ++gone;
-        dealloc(self, message);
-    });
+    simulator::addMethod<"dealloc">(
+        cls, +[](NSObject* self, SEL message) {
+            ++gone;
+            dealloc(self, message);
+        });
     const auto item = notification("com.apple.mobilemail");
     {
         const AutoreleasePool pool;

@@ -87,7 +87,8 @@ TEST_F(Endurance, LockScreensLeaveNothingBehind)
 TEST_F(Endurance, ArtViewsLeaveNothingBehind)
 {
     expectNothingLeft(1000, [](int) {
-        adopt(send<"alloc", UIView*>(objc_getClass("_NowPlayingArtView"))->initWithFrame(CGRect::make(0, 0, 320, 320)));
+        const Class cls = objc_getClass("_NowPlayingArtView");
+        const auto art = adopt(send<"alloc", UIView*>(cls)->initWithFrame(CGRect::make(0, 0, 320, 320)));
     });
 }
 

@@ -174,10 +174,11 @@ protected:
         Noted<"SVAppsView", "showIcons", void>::install();
         Noted<"SVAppsView", "clearAll", void>::install();
         // A label's text, by its words.
-        setText_ = simulator::replaceMethod<"setText:">(objc_getClass("UILabel"), +[](UILabel* self, SEL message, NSString* words) {
-            MessageLog::messages().push_back(MessageLog::describe(self) + " \"" + textOf(words) + '"');
-            setText_(self, message, words);
-        });
+        setText_ = simulator::replaceMethod<"setText:">(
+            objc_getClass("UILabel"), +[](UILabel* self, SEL message, NSString* words) {
+                MessageLog::messages().push_back(MessageLog::describe(self) + " \"" + textOf(words) + '"');
+                setText_(self, message, words);
+            });
         MessageLog::messages().clear();
     }
 
@@ -200,8 +201,9 @@ TEST_F(NotedListController, AnItemGoesToSpringBoardThenToTheLineThenToTheStrip)
     MessageLog::name(item, "item");
     MessageLog::name(instanceVariable<NSObject>(controller(), "_listItems"), "list");
     simulator::addListItem(item);
-    EXPECT_THAT(taken(), ElementsAre("controller _updateModelAndViewForAdditionOfItem: item", "subtitle \"While you were gone...\"",
-                                     "strip setItems: list", "strip addIconFor:andBadgeCount: item 0", "strip showIcons"));
+    EXPECT_THAT(taken(),
+                ElementsAre("controller _updateModelAndViewForAdditionOfItem: item", "subtitle \"While you were gone...\"",
+                            "strip setItems: list", "strip addIconFor:andBadgeCount: item 0", "strip showIcons"));
 }
 
 TEST_F(NotedListController, EachItemOfOneApplicationIsAddedWithCountZero)
@@ -327,7 +329,7 @@ TEST_F(ListController, TheWeatherThatComesBackIsTheLatest)
     notify(mail);
     simulator::setLocalWeather(simulator::LocalWeather{"-3", 16});
     send<"clearItemsForNotificationCenter">(controller());
-    EXPECT_EQ(subtitle(), "It's -3° C and Snowy.");
+    EXPECT_EQ(subtitle(), "It's -3° C and Snow.");
 }
 
 // The screen
@@ -442,7 +444,8 @@ TEST(ArtViewOfAnotherSpringBoard, WhateverTheInitialiserGivesIsHiddenKeptAndGive
     ASSERT_NE(dlopen(phone.tree().artLibrary().c_str(), RTLD_NOW), nullptr);
     simulator::replaceMethod<"initWithFrame:">(objc_getClass("_NowPlayingArtView"), +[](UIView*, SEL, CGRect) { return other; });
     phone.inject();
-    EXPECT_EQ(send<"alloc", UIView*>(objc_getClass("_NowPlayingArtView"))->initWithFrame({}), other);
+    UIView* const made = send<"alloc", UIView*>(objc_getClass("_NowPlayingArtView"))->initWithFrame({});
+    EXPECT_EQ(made, other);
     EXPECT_TRUE(other->isHidden());
     EXPECT_EQ(exportedVariable<UIView>("nowPlayingArtView"), other);
     EXPECT_EQ(retainCount(other), 2U);

@@ -15,7 +15,7 @@ struct Area {
 };
 
 constexpr Area greeting{0, 0, 320, 65};
-constexpr Area secondLine{60, 72, 200, 36};
+constexpr Area secondLine{60, 72, 190, 36};
 constexpr Area calendarIcon{22, 87, 32, 32};
 constexpr Area notificationIcon{266, 87, 32, 32};
 /// The only icon of a strip at 76, 100, and the badge on its corner.
@@ -45,7 +45,8 @@ double share(const Picture& picture, Area area, Condition condition)
     for (int y = 2 * area.y; y < 2 * (area.y + area.height); ++y) {
         for (int x = 2 * area.x; x < 2 * (area.x + area.width); ++x) {
             const std::uint32_t pixel = picture.at(x, y);
-            count += condition(static_cast<int>(pixel >> 16 & 255), static_cast<int>(pixel >> 8 & 255), static_cast<int>(pixel & 255));
+            count +=
+                condition(static_cast<int>(pixel >> 16 & 255), static_cast<int>(pixel >> 8 & 255), static_cast<int>(pixel & 255));
         }
     }
     return static_cast<double>(count) / (4.0 * area.width * area.height);
@@ -114,7 +115,10 @@ TEST(OneNotification, GoesFromItsArrivalToBeingRead)
     for (const int row : {0, 1}) {
         const int top = firstRow.y + firstRow.height * row;
         EXPECT_GT(share(opened, {56, top + 9, 60, 19}, isWhite), 0.02) << row;
-        EXPECT_GT(share(opened, {15, top + 11, 29, 29}, [](int red, int green, int blue) { return std::max({red, green, blue}) - std::min({red, green, blue}) > 60; }), 0.3)
+        EXPECT_GT(
+            share(opened, {15, top + 11, 29, 29},
+                  [](int red, int green, int blue) { return std::max({red, green, blue}) - std::min({red, green, blue}) > 60; }),
+            0.3)
             << row;
     }
     EXPECT_EQ(share(opened, {56, firstRow.y + 2 * firstRow.height + 9, 250, 60}, isWhite), 0);

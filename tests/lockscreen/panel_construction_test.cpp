@@ -42,10 +42,7 @@ class PanelConstruction : public testing::Test {
 protected:
     void build(CGRect frame = CGRect::make(0, 0, 320, 568)) { list_ = panel::newListView(frame); }
 
-    fs::path imageFile(const char* name) const
-    {
-        return phone_.tree().root() / "Library/Application Support/Solvane" / name;
-    }
+    fs::path imageFile(const char* name) const { return phone_.tree().root() / "Library/Application Support/Solvane" / name; }
 
     InjectedMorningPhone phone_;
     Owned<UIView> list_;
@@ -127,8 +124,8 @@ TEST(PanelOnTheConsole, WritesItsLinesInUltraLight)
 
 TEST(PanelOnTheConsole, WritesItsLinesInWhiteOverNothing)
 {
-    const auto lines = shownOnConsole({"headlineLabel.textColor", "subtitleLabel.textColor", "headlineLabel.backgroundColor",
-                                       "subtitleLabel.backgroundColor"});
+    const auto lines = shownOnConsole(
+        {"headlineLabel.textColor", "subtitleLabel.textColor", "headlineLabel.backgroundColor", "subtitleLabel.backgroundColor"});
     EXPECT_EQ(lines[0]["rgba"], Json({1, 1, 1, 1}));
     EXPECT_EQ(lines[1]["rgba"], Json({1, 1, 1, 1}));
     EXPECT_EQ(lines[2]["rgba"][3], 0);
@@ -282,8 +279,8 @@ TEST_F(PanelConstruction, AsksTheUsersCalendarForTheDay)
     static NSObject* current = nullptr;
     static NSObject* (*components)(NSObject*, SEL, NSUInteger, NSObject*);
     current = send<"currentCalendar", NSObject*>(objc_getClass("NSCalendar"));
-    simulator::replaceMethod<"currentCalendar">(simulator::metaclassOf(objc_getClass("NSCalendar")),
-                                                +[](NSObject*, SEL) { return current; });
+    simulator::replaceMethod<"currentCalendar">(
+        simulator::metaclassOf(objc_getClass("NSCalendar")), +[](NSObject*, SEL) { return current; });
     components = simulator::replaceMethod<"components:fromDate:">(
         object_getClass(current), +[](NSObject* self, SEL message, NSUInteger asked, NSObject* date) -> NSObject* {
             if (self == current)
@@ -383,9 +380,8 @@ TEST_F(PanelConstruction, SetsEachNumberOfTaps)
     MessageLog::messages().clear();
     Noted<"UITapGestureRecognizer", "setNumberOfTapsRequired:", void, NSUInteger>::install();
     build();
-    EXPECT_THAT(MessageLog::messages(),
-                ElementsAre("? setNumberOfTapsRequired: 1", "? setNumberOfTapsRequired: 2", "? setNumberOfTapsRequired: 1",
-                            "? setNumberOfTapsRequired: 2"));
+    EXPECT_THAT(MessageLog::messages(), ElementsAre("? setNumberOfTapsRequired: 1", "? setNumberOfTapsRequired: 2",
+                                                    "? setNumberOfTapsRequired: 1", "? setNumberOfTapsRequired: 2"));
 }
 
 TEST_F(PanelConstruction, PutsNoRecogniserElsewhere)
@@ -428,8 +424,7 @@ TEST_F(PanelConstruction, MovesTheTableIntoItsPaneAsItIs)
     EXPECT_EQ(table->superview(), panel::notificationPane());
     EXPECT_EQ(table->frame(), CGRect::make(0, 0, 320, 568));
     EXPECT_FALSE(table->isHidden());
-    EXPECT_THAT(subviewsOf(panel::notificationPane()),
-                ElementsAre(exportedVariable<UIView>("notificationPaneBackdrop"), table));
+    EXPECT_THAT(subviewsOf(panel::notificationPane()), ElementsAre(exportedVariable<UIView>("notificationPaneBackdrop"), table));
 }
 
 TEST_F(PanelConstruction, PutsTheWidgetOverTheWholeCalendarPane)
@@ -437,7 +432,8 @@ TEST_F(PanelConstruction, PutsTheWidgetOverTheWholeCalendarPane)
     build();
     EXPECT_EQ(className(panel::widget()), "SVWidget");
     EXPECT_EQ(panel::widget()->frame(), CGRect::make(0, 0, 320, 568));
-    EXPECT_THAT(subviewsOf(panel::calendarPane()), ElementsAre(exportedVariable<UIView>("calendarPaneBackdrop"), panel::widget()));
+    EXPECT_THAT(subviewsOf(panel::calendarPane()),
+                ElementsAre(exportedVariable<UIView>("calendarPaneBackdrop"), panel::widget()));
 }
 
 TEST_F(PanelConstruction, HidesATabWithoutSize)
@@ -463,8 +459,9 @@ TEST_F(PanelConstruction, PutsEverythingInTheContainerFromBackToFront)
 {
     build();
     EXPECT_THAT(subviewsOf(panel::container(list_)),
-                ElementsAre(panel::strip(), panel::tab(), panel::notificationPane(), panel::calendarPane(), panel::topPocket(list_),
-                            panel::headline(), panel::subtitle(), panel::calendarIcon(), panel::notificationIcon()));
+                ElementsAre(panel::strip(), panel::tab(), panel::notificationPane(), panel::calendarPane(),
+                            panel::topPocket(list_), panel::headline(), panel::subtitle(), panel::calendarIcon(),
+                            panel::notificationIcon()));
 }
 
 TEST_F(PanelConstruction, RemovesTheBottomPocket)
@@ -581,9 +578,10 @@ TEST_F(PanelConstruction, KeepsThePanesBackdropsAndNotTheTabs)
 
 namespace {
 
-constexpr const char* record[] = {"headlineLabel",    "subtitleLabel", "calendarIconView",     "calendarPaneView",
-                                  "calendarPaneBackdrop", "tabView",   "notificationIconView", "notificationPaneView",
-                                  "notificationPaneBackdrop", "appsView", "widgetView"};
+constexpr const char* record[] = {
+    "headlineLabel", "subtitleLabel",        "calendarIconView",     "calendarPaneView",         "calendarPaneBackdrop",
+    "tabView",       "notificationIconView", "notificationPaneView", "notificationPaneBackdrop", "appsView",
+    "widgetView"};
 
 } // namespace
 
@@ -677,10 +675,11 @@ TEST_F(PanelConstruction, TakesTheTableThatIsThereAtEachUse)
     static UIView* (*init)(UIView*, SEL, CGRect);
     other = UIView::alloc()->initWithFrame(CGRect::make(1, 2, 30, 40));
     // The table is another one by the time the notification pane is made.
-    init = simulator::replaceMethod<"initWithFrame:">(objc_getClass("SVWidget"), +[](UIView* self, SEL message, CGRect frame) {
-        setInstanceVariable(list, "_tableView", other);
-        return init(self, message, frame);
-    });
+    init = simulator::replaceMethod<"initWithFrame:">(
+        objc_getClass("SVWidget"), +[](UIView* self, SEL message, CGRect frame) {
+            setInstanceVariable(list, "_tableView", other);
+            return init(self, message, frame);
+        });
     list = send<"alloc", UIView*>(objc_getClass("SBLockScreenNotificationListView"));
     list->initWithFrame(CGRect::make(0, 0, 320, 568));
     EXPECT_EQ(panel::calendarPane()->frame(), CGRect::make(0, 0, 320, 568));

@@ -10,8 +10,8 @@
 
 namespace {
 
-using testing::ElementsAre;
 using testing::Each;
+using testing::ElementsAre;
 
 class PanelLayout : public testing::Test {
 protected:
@@ -190,10 +190,11 @@ TEST(PanelLayoutOfAnotherSpringBoard, MeasuresThePanesByTheTableBeforeItIsFitted
 TEST(PanelLayoutOfAnotherSpringBoard, TakesTheTablesWidthForThePanesAndTheContainersForTheRest)
 {
     MorningPhone phone;
-    simulator::replaceMethod<"layoutSubviews">(objc_getClass("SBLockScreenNotificationListView"), +[](UIView* self, SEL) {
-        panel::container(self)->setFrame(CGRect::make(0, 0, 300, 500));
-        panel::table(self)->setFrame(CGRect::make(30, 40, 250, 400));
-    });
+    simulator::replaceMethod<"layoutSubviews">(
+        objc_getClass("SBLockScreenNotificationListView"), +[](UIView* self, SEL) {
+            panel::container(self)->setFrame(CGRect::make(0, 0, 300, 500));
+            panel::table(self)->setFrame(CGRect::make(30, 40, 250, 400));
+        });
     phone.inject();
     simulator::lockScreen();
     EXPECT_EQ(panel::calendarPane()->frame(), CGRect::make(0, 130, 250, 270));
@@ -275,7 +276,9 @@ TEST_F(PanelLayout, ReadsThePrivateVariablesAtEachUse)
     const auto before = instanceVariableLookups().size();
     send<"layoutSubviews">(simulator::listView());
     const auto lookups = instanceVariableLookups();
-    const auto count = [&](const char* name) { return std::count(lookups.begin() + static_cast<long>(before), lookups.end(), name); };
+    const auto count = [&](const char* name) {
+        return std::count(lookups.begin() + static_cast<long>(before), lookups.end(), name);
+    };
     // The width for the two lines, the right icon and the strip; the pocket and its size; the table for two panes and itself.
     EXPECT_EQ(count("_containerView"), 4);
     EXPECT_EQ(count("_topPocketView"), 2);

@@ -135,8 +135,8 @@ TEST_F(PanelTaps, ADoubleTapIsASingleTapFirst)
 {
     noteTaps();
     panel::tap(panel::calendarIcon(), 2);
-    EXPECT_THAT(MessageLog::messages(), ElementsAre("list imgCalenderTapped", "list normalizePrevTap", "list cornerRadiusHook",
-                                                    "list normalizePrevTap"));
+    EXPECT_THAT(MessageLog::messages(),
+                ElementsAre("list imgCalenderTapped", "list normalizePrevTap", "list cornerRadiusHook", "list normalizePrevTap"));
     MessageLog::messages().clear();
     panel::tap(panel::notificationIcon(), 2);
     EXPECT_THAT(MessageLog::messages(), ElementsAre("list imgNotificationsTapped", "list normalizePrevTap",
@@ -148,9 +148,8 @@ TEST_F(PanelTaps, ASingleTapIsNoDoubleTap)
     noteTaps();
     panel::tap(panel::calendarIcon());
     panel::tap(panel::calendarIcon());
-    EXPECT_THAT(MessageLog::messages(),
-                ElementsAre("list imgCalenderTapped", "list normalizePrevTap", "list cornerRadiusHook", "list imgCalenderTapped",
-                            "list normalizePrevTap", "list cornerRadiusHook"));
+    EXPECT_THAT(MessageLog::messages(), ElementsAre("list imgCalenderTapped", "list normalizePrevTap", "list cornerRadiusHook",
+                                                    "list imgCalenderTapped", "list normalizePrevTap", "list cornerRadiusHook"));
 }
 
 TEST_F(PanelTaps, TheWholeIconTakesTapsAndNothingBesideIt)
@@ -189,8 +188,8 @@ TEST_F(PanelTaps, TheResetHidesBothPanesAndTheTabInOrder)
     Noted<"UIView", "setAlpha:", void, CGFloat>::install();
     send<"normalizePrevTap">(simulator::listView());
     std::erase_if(MessageLog::messages(), [](const std::string& message) { return message.starts_with('?'); });
-    EXPECT_THAT(MessageLog::messages(), ElementsAre("calendar setHidden: YES", "notifications setHidden: YES", "tab setHidden: YES",
-                                                    "tab setFrame: 0,0,0,0", "pocket setAlpha: 0"));
+    EXPECT_THAT(MessageLog::messages(), ElementsAre("calendar setHidden: YES", "notifications setHidden: YES",
+                                                    "tab setHidden: YES", "tab setFrame: 0,0,0,0", "pocket setAlpha: 0"));
 }
 
 TEST_F(PanelTaps, ATapResetsThenTogglesThenRoundsTheTab)
@@ -213,11 +212,10 @@ TEST_F(PanelTaps, ATapResetsThenTogglesThenRoundsTheTab)
         return all;
     };
     send<"imgCalenderTapped">(simulator::listView());
-    EXPECT_THAT(messages(),
-                ElementsAre("list imgCalenderTapped", "list normalizePrevTap", "calendar setHidden: YES",
-                            "notifications setHidden: YES", "tab setHidden: YES", "tab setFrame: 0,0,0,0", "pocket setAlpha: 0",
-                            "calendar setHidden: NO", "tab setHidden: NO", "tab setFrame: 12,77,52,150", "pocket setAlpha: 1",
-                            "list cornerRadiusHook"));
+    EXPECT_THAT(messages(), ElementsAre("list imgCalenderTapped", "list normalizePrevTap", "calendar setHidden: YES",
+                                        "notifications setHidden: YES", "tab setHidden: YES", "tab setFrame: 0,0,0,0",
+                                        "pocket setAlpha: 0", "calendar setHidden: NO", "tab setHidden: NO",
+                                        "tab setFrame: 12,77,52,150", "pocket setAlpha: 1", "list cornerRadiusHook"));
     send<"imgNotificationsTapped">(simulator::listView());
     EXPECT_THAT(messages(),
                 ElementsAre("list imgNotificationsTapped", "list normalizePrevTap", "calendar setHidden: YES",
