@@ -12,13 +12,18 @@ target_link_options(simulator PUBLIC -Wl,--no-as-needed)
 target_link_libraries(simulator PUBLIC gnustep-base objc)
 
 add_executable(springboard ${console_sources})
-target_link_libraries(springboard PRIVATE simulator nlohmann_json::nlohmann_json)
+target_link_libraries(springboard PRIVATE simulator nlohmann_json::nlohmann_json PkgConfig::sdl)
 set_target_properties(springboard PROPERTIES ENABLE_EXPORTS ON)
 target_compile_definitions(springboard PRIVATE SOLVANE_VERSION="${PROJECT_VERSION}")
-configure_file(simulator/console/scene.txt share/scene.txt COPYONLY)
+foreach(script IN ITEMS scene window tour)
+    configure_file(simulator/console/scripts/${script}.txt share/${script}.txt COPYONLY)
+endforeach()
 
 add_executable(notifypost simulator/services/notifypost/main.cpp)
 target_link_libraries(notifypost PRIVATE simulator)
+
+add_executable(solvane-settings simulator/services/settings/main.cpp)
+target_link_libraries(solvane-settings PRIVATE simulator)
 
 add_library(NowPlayingArtLockScreen MODULE simulator/springboard/plugins/NowPlayingArtLockScreen.cpp)
 target_link_libraries(NowPlayingArtLockScreen PRIVATE platform)

@@ -312,9 +312,9 @@ void takeLog(Console&, Words)
     print(lines);
 }
 
-void takeScreenshot(Console&, Words arguments)
+void takeScreenshot(Console& console, Words arguments)
 {
-    writeScreenshot(arguments[0]);
+    screenPicture()->writePNG(console.pictureFolder / arguments[0]);
 }
 
 void sleepFor(Console&, Words arguments)

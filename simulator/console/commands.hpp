@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <span>
 #include <string>
 
@@ -10,6 +11,8 @@ namespace simulator {
 /// What the console keeps from one command to the next.
 struct Console {
     KeptObjects kept;
+    /// Where pictures without a folder of their own go; empty for the working directory.
+    std::filesystem::path pictureFolder;
     bool hasQuit = false;
 };
 

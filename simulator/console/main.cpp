@@ -2,17 +2,20 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <span>
 #include <system_error>
 #include <unistd.h>
 
 #include "platform/runtime/AutoreleasePool.hpp"
 #include "simulator/console/Script.hpp"
+#include "simulator/console/Window.hpp"
 #include "simulator/console/commands.hpp"
 #include "simulator/console/options.hpp"
 #include "simulator/console/raised_exception.hpp"
 #include "simulator/console/relaunch.hpp"
 #include "simulator/console/root_folder.hpp"
+#include "simulator/console/tour_page.hpp"
 #include "simulator/console/words.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/system_log.hpp"
@@ -38,12 +41,20 @@ void printHelp()
               << commandUsages();
 }
 
+fs::path installedScript(const fs::path& programFolder, const std::string& name)
+{
+    return programFolder / "share" / (name + ".txt");
+}
+
 /// Gives the root folder, ready for use. The files of a phone that only relaunches are left alone.
 fs::path prepareRoot(const Options& options, const fs::path& programFolder, bool isRelaunched)
 {
     const fs::path installedTree = programFolder / "phone";
-    const fs::path root = options.root.value_or(programFolder / "root");
+    const fs::path root = options.root.value_or(programFolder / (options.tour ? "tour-root" : "root"));
     if (!isRelaunched) {
+        // The tour begins with a phone that is as it was bought.
+        if (options.tour && !options.root)
+            fs::remove_all(root);
         if (options.root)
             prepareChosenRoot(root, installedTree);
         else
@@ -52,9 +63,23 @@ fs::path prepareRoot(const Options& options, const fs::path& programFolder, bool
     return fs::canonical(root);
 }
 
+bool opensWindow(const Options& options)
+{
+    return options.wantsWindow || (!options.script && !options.tour && hasDisplay());
+}
+
+fs::path scriptOf(const Options& options, const fs::path& programFolder)
+{
+    if (options.script)
+        return *options.script;
+    if (options.tour)
+        return installedScript(programFolder, "tour");
+    return installedScript(programFolder, opensWindow(options) ? "window" : "scene");
+}
+
 Script::Position openScript(const Options& options, const fs::path& programFolder)
 {
-    const fs::path file = options.script.value_or(programFolder / "share" / "scene.txt");
+    const fs::path file = scriptOf(options, programFolder);
     if (file == "-")
         return {STDIN_FILENO, 0, {}};
     // Left open over a relaunch.
@@ -64,9 +89,8 @@ Script::Position openScript(const Options& options, const fs::path& programFolde
     return {descriptor, 0, {}};
 }
 
-int runScript(Script& script)
+int runScript(Console& console, Script& script)
 {
-    Console console;
     std::string problem;
     while (!console.hasQuit && problem.empty()) {
         const AutoreleasePool pool;
@@ -104,11 +128,30 @@ int runSpringBoard(const Options& options, char** arguments)
         restoreSurroundings(*continuation);
     launchSpringBoard(options.screen);
     openDarwinNotifications();
-    setRelaunchHandler([&program, arguments, &script] { relaunch(program, arguments, script); });
+    std::optional<Window> window;
+    setRelaunchHandler([&] {
+        window.reset();
+        relaunch(program, arguments, script);
+    });
     injectLibraries(options.libraries);
     if (continuation && continuation->isLocked)
         lockScreen();
-    return runScript(script);
+
+    Console console;
+    if (options.tour) {
+        fs::create_directories(*options.tour);
+        console.pictureFolder = *options.tour;
+    }
+    const int status = runScript(console, script);
+    if (status != success || console.hasQuit)
+        return status;
+    if (options.tour)
+        writeTourPage(installedScript(folder, "tour"), *options.tour);
+    if (opensWindow(options)) {
+        window.emplace(console);
+        window->run();
+    }
+    return success;
 }
 
 int run(std::span<char*> arguments)

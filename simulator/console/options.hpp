@@ -18,6 +18,9 @@ struct Options {
     /// A file, or "-" for standard input.
     std::optional<std::filesystem::path> script;
     std::vector<std::filesystem::path> libraries;
+    bool wantsWindow = false;
+    /// The folder for the pictures of the tour.
+    std::optional<std::filesystem::path> tour;
     bool wantsHelp = false;
     bool wantsVersion = false;
 };

@@ -72,14 +72,6 @@ std::optional<double> momentOfLocalTime(std::string_view localTime)
     return static_cast<double>(mktime(&time));
 }
 
-bool freezeClock(std::string_view localTime)
-{
-    const auto moment = momentOfLocalTime(localTime);
-    if (moment)
-        frozenSeconds = moment;
-    return moment.has_value();
-}
-
 void freezeClockAt(double seconds)
 {
     frozenSeconds = seconds;

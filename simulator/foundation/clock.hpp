@@ -11,9 +11,6 @@ namespace simulator {
 /// the clock had not changed yet.
 std::optional<double> momentOfLocalTime(std::string_view localTime);
 
-/// Freezes the clock at a local time. A text that is not one gives false and changes nothing.
-bool freezeClock(std::string_view localTime);
-
 /// Freezes the clock at a moment, in seconds since 1970-01-01T00:00:00Z.
 void freezeClockAt(double seconds);
 

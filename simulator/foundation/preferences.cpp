@@ -8,7 +8,7 @@ namespace simulator {
 
 void writePreferredName(const std::optional<std::string>& name)
 {
-    const auto file = onThisMachine("/User/Library/Preferences/org.solvane.Solvane.plist");
+    const auto file = onThisMachine(preferencesFile);
     const id settings = send<"dictionary", id>(classNamed<"NSMutableDictionary">());
     if (NSDictionary* const present = readPropertyList(file))
         send<"setDictionary:">(settings, present);

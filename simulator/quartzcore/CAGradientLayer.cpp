@@ -3,7 +3,6 @@
 #include "platform/runtime/each.hpp"
 #include "simulator/quartzcore/LayerState.hpp"
 #include "simulator/quartzcore/colours.hpp"
-#include "simulator/quartzcore/damage.hpp"
 #include "simulator/quartzcore/quartzcore.hpp"
 
 namespace simulator {
@@ -13,11 +12,6 @@ namespace {
 struct GradientState {
     Owned<NSArray> colors;
 };
-
-void changed(NSObject*)
-{
-    damageScreen();
-}
 
 /// The colours stand at even distances, the first at the top, the last at the bottom.
 void drawInContext(CAGradientLayer* self, SEL, void* context)
@@ -44,7 +38,7 @@ void drawInContext(CAGradientLayer* self, SEL, void* context)
 void registerCAGradientLayer()
 {
     SimulatedClass<GradientState>("CAGradientLayer", "CALayer")
-        .property<&GradientState::colors, changed>("colors")
+        .property<&GradientState::colors, layerChanged>("colors")
         .method<"drawInContext:">(drawInContext)
         .registerClass();
 }

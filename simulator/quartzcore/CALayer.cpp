@@ -13,14 +13,14 @@ LayerState::~LayerState()
         stateOf(sublayer).superlayer = nullptr;
 }
 
-namespace {
-
-using Layer = LayerState;
-
-void changed(NSObject*)
+void layerChanged(NSObject*)
 {
     damageScreen();
 }
+
+namespace {
+
+using Layer = LayerState;
 
 CALayer* layer(Class cls, SEL)
 {
@@ -93,8 +93,8 @@ void registerCALayer()
 {
     SimulatedClass<Layer>("CALayer", "NSObject")
         .classMethod<"layer">(layer)
-        .property<&Layer::bounds, changed>("bounds")
-        .property<&Layer::position, changed>("position")
+        .property<&Layer::bounds, layerChanged>("bounds")
+        .property<&Layer::position, layerChanged>("position")
         .method<"frame">(frame)
         .method<"setFrame:">(setFrame)
         .method<"sublayers">(sublayers)
@@ -102,15 +102,15 @@ void registerCALayer()
         .method<"insertSublayer:atIndex:">(insertSublayerAtIndex)
         .method<"removeFromSuperlayer">(removeFromSuperlayer)
         .readOnly<&Layer::superlayer>("superlayer")
-        .property<&Layer::mask, changed>("mask")
-        .property<&Layer::backgroundColor, changed>("backgroundColor")
-        .property<&Layer::borderColor, changed>("borderColor")
-        .property<&Layer::borderWidth, changed>("borderWidth")
-        .property<&Layer::cornerRadius, changed>("cornerRadius")
-        .property<&Layer::opacity, changed>("opacity")
-        .flag<&Layer::hidden, changed>("hidden")
-        .property<&Layer::masksToBounds, changed>("masksToBounds")
-        .property<&Layer::compositingFilter, changed>("compositingFilter")
+        .property<&Layer::mask, layerChanged>("mask")
+        .property<&Layer::backgroundColor, layerChanged>("backgroundColor")
+        .property<&Layer::borderColor, layerChanged>("borderColor")
+        .property<&Layer::borderWidth, layerChanged>("borderWidth")
+        .property<&Layer::cornerRadius, layerChanged>("cornerRadius")
+        .property<&Layer::opacity, layerChanged>("opacity")
+        .flag<&Layer::hidden, layerChanged>("hidden")
+        .property<&Layer::masksToBounds, layerChanged>("masksToBounds")
+        .property<&Layer::compositingFilter, layerChanged>("compositingFilter")
         .property<&Layer::delegate>("delegate")
         .method<"drawInContext:">(drawInContext)
         .method<"setNeedsDisplay">(setNeedsDisplay)

@@ -2,7 +2,6 @@
 
 #include "simulator/quartzcore/LayerState.hpp"
 #include "simulator/quartzcore/colours.hpp"
-#include "simulator/quartzcore/damage.hpp"
 #include "simulator/quartzcore/paths.hpp"
 #include "simulator/quartzcore/quartzcore.hpp"
 
@@ -14,11 +13,6 @@ struct ShapeState {
     Owned<CGPath> path;
     Owned<CGColor> fillColor = makeColor({0, 0, 0, 1});
 };
-
-void changed(NSObject*)
-{
-    damageScreen();
-}
 
 CAShapeLayer* init(CAShapeLayer* self, SEL)
 {
@@ -41,8 +35,8 @@ void registerCAShapeLayer()
 {
     SimulatedClass<ShapeState>("CAShapeLayer", "CALayer")
         .method<"init">(init)
-        .property<&ShapeState::path, changed>("path")
-        .property<&ShapeState::fillColor, changed>("fillColor")
+        .property<&ShapeState::path, layerChanged>("path")
+        .property<&ShapeState::fillColor, layerChanged>("fillColor")
         .method<"drawInContext:">(drawInContext)
         .registerClass();
 }

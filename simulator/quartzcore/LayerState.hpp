@@ -51,4 +51,7 @@ inline LayerState& stateOf(CALayer* layer)
     return ivarsOf<LayerState>(layer);
 }
 
+/// For properties whose change shows: draws the screen again.
+void layerChanged(NSObject* layer);
+
 } // namespace simulator

@@ -1,3 +1,4 @@
+#include <atomic>
 #include <cstdlib>
 #include <mutex>
 #include <unordered_map>
@@ -17,6 +18,8 @@ namespace {
 struct WeakReferences {
     std::recursive_mutex mutex;
     std::unordered_map<id, std::unordered_set<id*>> slots;
+    /// Spares every release the mutex in a process without weak references.
+    std::atomic<bool> everUsed = false;
 };
 
 WeakReferences& weakReferences()
@@ -36,19 +39,34 @@ void forget(WeakReferences& references, id* slot)
         references.slots.erase(found);
 }
 
-void (*previousDealloc)(NSObject*, SEL);
-
-void dealloc(NSObject* self, SEL selector)
+/// From here on nobody reaches the object through a weak reference.
+void clearSlotsOf(id object)
 {
     WeakReferences& references = weakReferences();
-    {
-        const std::lock_guard lock(references.mutex);
-        if (const auto found = references.slots.find(self); found != references.slots.end()) {
-            for (id* const slot : found->second)
-                *slot = nullptr;
-            references.slots.erase(found);
-        }
-    }
+    const std::lock_guard lock(references.mutex);
+    const auto found = references.slots.find(object);
+    if (found == references.slots.end())
+        return;
+    for (id* const slot : found->second)
+        *slot = nullptr;
+    references.slots.erase(found);
+}
+
+void (*previousRelease)(NSObject*, SEL);
+void (*previousDealloc)(NSObject*, SEL);
+
+/// The last release is the beginning of the object's end: the classes' own deallocs come after it.
+void release(NSObject* self, SEL selector)
+{
+    if (weakReferences().everUsed && send<"retainCount", NSUInteger>(self) == 1)
+        clearSlotsOf(self);
+    previousRelease(self, selector);
+}
+
+/// For an object whose class counts its references itself.
+void dealloc(NSObject* self, SEL selector)
+{
+    clearSlotsOf(self);
     previousDealloc(self, selector);
 }
 
@@ -58,6 +76,7 @@ namespace simulator {
 
 void addRuntimeEntryPoints()
 {
+    previousRelease = replaceMethod<"release">(classNamed<"NSObject">(), &release);
     previousDealloc = replaceMethod<"dealloc">(classNamed<"NSObject">(), &dealloc);
 }
 
@@ -92,8 +111,10 @@ id objc_storeWeak(id* slot, id object)
     const std::lock_guard lock(references.mutex);
     forget(references, slot);
     *slot = object;
-    if (object != nullptr)
+    if (object != nullptr) {
         references.slots[object].insert(slot);
+        references.everUsed = true;
+    }
     return object;
 }
 

@@ -1,7 +1,9 @@
 #include "simulator/springboard/SpringBoard.hpp"
 
+#include <cmath>
 #include <utility>
 
+#include "platform/Foundation/NSDate.hpp"
 #include "platform/UIKit/UIApplication.hpp"
 #include "platform/UIKit/UIScreen.hpp"
 #include "platform/UIKit/UIWindow.hpp"
@@ -30,6 +32,8 @@ struct Desk {
     Owned<SBLockScreenNotificationListView> listView;
     std::function<void()> relaunch;
     std::shared_ptr<Bitmap> picture;
+    /// The minute, since 1970, that the clock was last laid out for.
+    double minute = 0;
 };
 
 Desk& desk()
@@ -44,14 +48,13 @@ void relaunchSpringBoardNow(UIApplication*, SEL)
         desk().relaunch();
 }
 
-void drawScreen()
+/// The stock clock shows minutes.
+void followClock()
 {
-    UIWindow* const window = desk().window;
-    window->layoutIfNeeded();
-    if (!takeScreenDamage() && desk().picture != nullptr)
-        return;
-    desk().picture = Bitmap::make(window->bounds().size, UIScreen::mainScreen()->scale(), true);
-    drawLayerTree(desk().picture->context().get(), window->layer());
+    constexpr double secondsPerMinute = 60;
+    const double minute = std::floor(NSDate::date()->timeIntervalSince1970() / secondsPerMinute);
+    if (std::exchange(desk().minute, minute) != minute)
+        desk().lockScreenView->setNeedsLayout();
 }
 
 } // namespace
@@ -125,10 +128,16 @@ void setRelaunchHandler(std::function<void()> handler)
     desk().relaunch = std::move(handler);
 }
 
-void writeScreenshot(const std::string& file)
+std::shared_ptr<Bitmap> screenPicture()
 {
-    drawScreen();
-    desk().picture->writePNG(file);
+    UIWindow* const window = desk().window;
+    followClock();
+    window->layoutIfNeeded();
+    if (takeScreenDamage() || desk().picture == nullptr) {
+        desk().picture = Bitmap::make(window->bounds().size, UIScreen::mainScreen()->scale(), true);
+        drawLayerTree(desk().picture->context().get(), window->layer());
+    }
+    return desk().picture;
 }
 
 } // namespace simulator

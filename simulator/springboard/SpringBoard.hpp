@@ -1,11 +1,11 @@
 #pragma once
 
 #include <functional>
-#include <optional>
-#include <string>
+#include <memory>
 
 #include "platform/Foundation/NSString.hpp"
 #include "platform/SpringBoard/SBLockScreen.hpp"
+#include "simulator/graphics/Bitmap.hpp"
 
 class UIWindow;
 
@@ -48,7 +48,7 @@ void addListItem(NSObject* item);
 /// Called when SpringBoard is told to relaunch; it must not return.
 void setRelaunchHandler(std::function<void()> handler);
 
-/// The screen as it stands, laid out and drawn, as a PNG file. Throws std::runtime_error when it cannot be written.
-void writeScreenshot(const std::string& file);
+/// The screen as it stands, laid out and drawn. As long as nothing on it changes, it is the same bitmap.
+std::shared_ptr<Bitmap> screenPicture();
 
 } // namespace simulator

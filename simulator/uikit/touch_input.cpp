@@ -15,9 +15,7 @@ namespace simulator {
 
 namespace {
 
-constexpr NSTimeInterval pauseBetweenGestures = 1.0;
-constexpr NSTimeInterval pauseBetweenTaps = 0.1;
-constexpr NSTimeInterval touchDuration = 0.02;
+constexpr double pauseBetweenTaps = 0.1;
 
 /// The finger's own clock, in seconds, so that what counts as quick does not hang on the machine's speed.
 NSTimeInterval now = 0;
@@ -125,11 +123,29 @@ void putDown(UIWindow* window, CGPoint point)
     deliver<"touchesBegan:withEvent:">(UITouchPhaseBegan);
 }
 
-void lift(CGPoint point)
+} // namespace
+
+void touchDown(UIWindow* window, CGPoint point, double pause)
+{
+    touchUp();
+    now += pause;
+    putDown(window, point);
+}
+
+void touchMove(CGPoint point, double pause)
 {
     if (finger.touch == nullptr)
         return;
-    now += touchDuration;
+    now += pause;
+    stateOf(finger.touch.get()).location = point;
+    deliver<"touchesMoved:withEvent:">(UITouchPhaseMoved);
+}
+
+void touchUp(CGPoint point, double pause)
+{
+    if (finger.touch == nullptr)
+        return;
+    now += pause;
     stateOf(finger.touch.get()).location = point;
     deliver<"touchesEnded:withEvent:">(UITouchPhaseEnded);
     const Finger lifted = std::exchange(finger, {});
@@ -137,33 +153,10 @@ void lift(CGPoint point)
         send<"reset">(recognizer);
 }
 
-} // namespace
-
-void touchDown(UIWindow* window, CGPoint point)
-{
-    touchUp();
-    now += pauseBetweenGestures;
-    putDown(window, point);
-}
-
-void touchMove(CGPoint point)
-{
-    if (finger.touch == nullptr)
-        return;
-    now += touchDuration;
-    stateOf(finger.touch.get()).location = point;
-    deliver<"touchesMoved:withEvent:">(UITouchPhaseMoved);
-}
-
-void touchUp(CGPoint point)
-{
-    lift(point);
-}
-
 void touchUp()
 {
     if (finger.touch != nullptr)
-        lift(stateOf(finger.touch.get()).location);
+        touchUp(stateOf(finger.touch.get()).location);
 }
 
 bool fingerIsDown()
@@ -176,8 +169,7 @@ void tap(UIWindow* window, CGPoint point, int times)
     touchDown(window, point);
     touchUp();
     for (int i = 1; i < times; ++i) {
-        now += pauseBetweenTaps;
-        putDown(window, point);
+        touchDown(window, point, pauseBetweenTaps);
         touchUp();
     }
 }

@@ -10,12 +10,17 @@ namespace simulator {
 
 enum class Direction { left, right, up, down };
 
-/// A finger that is already down is lifted first.
-void touchDown(UIWindow* window, CGPoint point);
+/// How long the finger rests before it does something, in seconds: long enough for two gestures not to count as one, and
+/// short enough for the steps of one.
+inline constexpr double pauseBetweenGestures = 1.0;
+inline constexpr double pauseInGesture = 0.02;
+
+/// A finger that is already down is lifted first. The pause tells a double tap from two single ones, a stroke from a drag.
+void touchDown(UIWindow* window, CGPoint point, double pause = pauseBetweenGestures);
 /// Without a finger down, nothing.
-void touchMove(CGPoint point);
+void touchMove(CGPoint point, double pause = pauseInGesture);
 /// Lifts the finger at the point; without a finger down, nothing.
-void touchUp(CGPoint point);
+void touchUp(CGPoint point, double pause = pauseInGesture);
 /// Lifts the finger where it is.
 void touchUp();
 bool fingerIsDown();

@@ -19,7 +19,8 @@ constexpr Moment boundaries[] = {
 
 void expectBoundaries(const Environment& environment, const std::string& day)
 {
-    static const char* const greetings[] = {"Good morning, Pal.", "Good afternoon, Pal.", "Good evening, Pal.", "Good night, Pal."};
+    static const char* const greetings[] = {"Good morning, Pal.", "Good afternoon, Pal.", "Good evening, Pal.",
+                                            "Good night, Pal."};
     Console console;
     for (const auto& [name, value] : environment)
         console.environment[name] = value;
@@ -103,9 +104,7 @@ TEST(GreetingInTimeZones, FollowsTheMachinesClockWhenItIsLive)
     Console console;
     console.environment["TZ"] = "Asia/Tokyo";
     const auto run = [&] { return lineOf(console, "clock 2014-03-05T08:00:00\nclock live\nshow dateStatus()\n"); };
-    const auto hourNow = [] {
-        return std::stoi(runProgram({"/bin/date", "+%H"}, {{"TZ", "Asia/Tokyo"}}).output);
-    };
+    const auto hourNow = [] { return std::stoi(runProgram({"/bin/date", "+%H"}, {{"TZ", "Asia/Tokyo"}}).output); };
     const auto bucket = [](int hour) { return hour < 7 ? 3 : hour < 13 ? 0 : hour < 18 ? 1 : hour < 22 ? 2 : 3; };
     const int before = bucket(hourNow());
     const int shown = run();

@@ -81,12 +81,12 @@ TEST(WeatherSentenceInTheConsole, IsEmptyWithoutACity)
 TEST(WeatherSentenceInTheConsole, HasAWordForEveryCode)
 {
     constexpr const char* words[] = {
-        "Not Available", "Storm",        "Hurricane", "Thunderstorm",  "Thunderstorm",  "Snow",          "Sleet",         "Sleet",
-        "Rain",          "Drizzle",      "Rain",      "Showers",       "Showers",       "Snow Flurries", "Snow Showers",  "Snow",
-        "Snow",          "Hail",         "Sleet",     "Dust",          "Fog",           "Haze",          "Smoke",         "Blustery",
-        "Wind",          "Cold",         "Cloudy",    "Cloudy",        "Cloudy",        "Cloudy",        "Cloudy",        "Clear",
-        "Sunny",         "Fair",         "Fair",      "Hail",          "Hot",           "Thunderstorm",  "Thunderstorm",  "Thunderstorm",
-        "Showers",       "Snowy",        "Snowy",     "Snowy",         "Cloudy",        "Thunderstorm",  "Snowy",         "Thunderstorm",
+        "Not Available", "Storm",   "Hurricane", "Thunderstorm", "Thunderstorm", "Snow",          "Sleet",        "Sleet",
+        "Rain",          "Drizzle", "Rain",      "Showers",      "Showers",      "Snow Flurries", "Snow Showers", "Snow",
+        "Snow",          "Hail",    "Sleet",     "Dust",         "Fog",          "Haze",          "Smoke",        "Blustery",
+        "Wind",          "Cold",    "Cloudy",    "Cloudy",       "Cloudy",       "Cloudy",        "Cloudy",       "Clear",
+        "Sunny",         "Fair",    "Fair",      "Hail",         "Hot",          "Thunderstorm",  "Thunderstorm", "Thunderstorm",
+        "Showers",       "Snowy",   "Snowy",     "Snowy",        "Cloudy",       "Thunderstorm",  "Snowy",        "Thunderstorm",
     };
     std::string script;
     for (std::size_t code = 0; code < std::size(words); ++code)

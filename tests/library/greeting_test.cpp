@@ -159,10 +159,11 @@ void followCalendars()
             unitMasks.push_back(units);
             return previousComponents(self, message, units, date);
         });
-    previousDealloc = simulator::replaceMethod<"dealloc">(cls, +[](NSObject* self, SEL message) {
-        ++calendarsGone;
-        previousDealloc(self, message);
-    });
+    previousDealloc = simulator::replaceMethod<"dealloc">(
+        cls, +[](NSObject* self, SEL message) {
+            ++calendarsGone;
+            previousDealloc(self, message);
+        });
 }
 
 } // namespace

@@ -137,17 +137,16 @@ TEST(LibrariesLoadedFirst, BringTheArtViewThatNobodyElseLoads)
 TEST(HookTable, HasItsTwelveRowsInOrder)
 {
     const InjectedPhone phone;
-    EXPECT_THAT(rows(installedMethods()),
-                ElementsAre("SBLockScreenNotificationListView layoutSubviews", "SBLockScreenNotificationListView cornerRadiusHook",
-                            "SBLockScreenNotificationListView normalizePrevTap",
-                            "SBLockScreenNotificationListView imgCalenderTapped",
-                            "SBLockScreenNotificationListView imgNotificationsTapped",
-                            "SBLockScreenNotificationListView initWithFrame:",
-                            "SBLockScreenNotificationListController _updateModelAndViewForAdditionOfItem:",
-                            "SBLockScreenNotificationListController prepareForTeardown",
-                            "SBLockScreenNotificationListController clearItemsForNotificationCenter",
-                            "SBLockScreenNotificationListController setInScreenOffMode:",
-                            "SBLockScreenView _addLockContentUnderlayWithRequester:", "_NowPlayingArtView initWithFrame:"));
+    EXPECT_THAT(
+        rows(installedMethods()),
+        ElementsAre("SBLockScreenNotificationListView layoutSubviews", "SBLockScreenNotificationListView cornerRadiusHook",
+                    "SBLockScreenNotificationListView normalizePrevTap", "SBLockScreenNotificationListView imgCalenderTapped",
+                    "SBLockScreenNotificationListView imgNotificationsTapped", "SBLockScreenNotificationListView initWithFrame:",
+                    "SBLockScreenNotificationListController _updateModelAndViewForAdditionOfItem:",
+                    "SBLockScreenNotificationListController prepareForTeardown",
+                    "SBLockScreenNotificationListController clearItemsForNotificationCenter",
+                    "SBLockScreenNotificationListController setInScreenOffMode:",
+                    "SBLockScreenView _addLockContentUnderlayWithRequester:", "_NowPlayingArtView initWithFrame:"));
 }
 
 TEST(HookTable, LooksEachClassUpByName)
@@ -370,10 +369,11 @@ TEST(ReplacedMethods, GiveTheArtViewThatSpringBoardMakes)
     dlopen(phone.tree().artLibrary().c_str(), RTLD_NOW);
     static UIView* const other = UIView::alloc()->initWithFrame({});
     static CGRect given;
-    simulator::replaceMethod<"initWithFrame:">(objc_getClass("_NowPlayingArtView"), +[](NSObject*, SEL, CGRect frame) -> UIView* {
-        given = frame;
-        return other;
-    });
+    simulator::replaceMethod<"initWithFrame:">(
+        objc_getClass("_NowPlayingArtView"), +[](NSObject*, SEL, CGRect frame) -> UIView* {
+            given = frame;
+            return other;
+        });
     phone.inject();
     UIView* const art = send<"alloc", UIView*>(objc_getClass("_NowPlayingArtView"))->initWithFrame(CGRect::make(3, 4, 50, 60));
     EXPECT_EQ(art, other);

@@ -266,7 +266,8 @@ TEST(Settings, SurviveABinaryFileCutAtAnyLength)
 TEST(Settings, AreNilWhenATagIsNotClosed)
 {
     Phone phone;
-    phone.tree().writePreferences("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>Name</key><string>Ana");
+    phone.tree().writePreferences(
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>Name</key><string>Ana");
     phone.inject();
     expectNoSettings();
 }

@@ -72,59 +72,66 @@ void takeNotes()
     MessageLog::name(updater, "updater");
 
     const auto metaclass = [](const char* name) { return simulator::metaclassOf(objc_getClass(name)); };
-    simulator::replaceMethod<"sharedWeatherLocationManager">(metaclass("WeatherLocationManager"), +[](NSObject* self, SEL message) {
-        MessageLog::note(self, message);
-        return manager;
-    });
-    simulator::replaceMethod<"sharedPreferences">(metaclass("WeatherPreferences"), +[](NSObject* self, SEL message) {
-        MessageLog::note(self, message);
-        return preferences;
-    });
-    simulator::replaceMethod<"sharedLocationUpdater">(metaclass("LocationUpdater"), +[](NSObject* self, SEL message) {
-        MessageLog::note(self, message);
-        return updater;
-    });
-    answer<"setLocationTrackingActive:">("WeatherLocationManager", +[](id self, SEL message, BOOL active) {
-        MessageLog::note(self, message, active);
-    });
-    answer<"location">("WeatherLocationManager", +[](id self, SEL message) -> id {
-        MessageLog::note(self, message);
-        return answers.location;
-    });
-    answer<"setLocalWeatherEnabled:">("WeatherPreferences", +[](id self, SEL message, BOOL enabled) {
-        MessageLog::note(self, message, enabled);
-    });
-    answer<"localWeatherCity">("WeatherPreferences", +[](id self, SEL message) -> id {
-        MessageLog::note(self, message);
-        return answers.city;
-    });
-    answer<"isCelsius">("WeatherPreferences", +[](id self, SEL message) -> BOOL {
-        MessageLog::note(self, message);
-        return answers.showsCelsius;
-    });
-    answer<"updateWeatherForLocation:city:">("LocationUpdater", +[](id self, SEL message, id location, id city) {
-        MessageLog::note(self, message, location, city);
-    });
+    simulator::replaceMethod<"sharedWeatherLocationManager">(
+        metaclass("WeatherLocationManager"), +[](NSObject* self, SEL message) {
+            MessageLog::note(self, message);
+            return manager;
+        });
+    simulator::replaceMethod<"sharedPreferences">(
+        metaclass("WeatherPreferences"), +[](NSObject* self, SEL message) {
+            MessageLog::note(self, message);
+            return preferences;
+        });
+    simulator::replaceMethod<"sharedLocationUpdater">(
+        metaclass("LocationUpdater"), +[](NSObject* self, SEL message) {
+            MessageLog::note(self, message);
+            return updater;
+        });
+    answer<"setLocationTrackingActive:">(
+        "WeatherLocationManager", +[](id self, SEL message, BOOL active) { MessageLog::note(self, message, active); });
+    answer<"location">(
+        "WeatherLocationManager", +[](id self, SEL message) -> id {
+            MessageLog::note(self, message);
+            return answers.location;
+        });
+    answer<"setLocalWeatherEnabled:">(
+        "WeatherPreferences", +[](id self, SEL message, BOOL enabled) { MessageLog::note(self, message, enabled); });
+    answer<"localWeatherCity">(
+        "WeatherPreferences", +[](id self, SEL message) -> id {
+            MessageLog::note(self, message);
+            return answers.city;
+        });
+    answer<"isCelsius">(
+        "WeatherPreferences", +[](id self, SEL message) -> BOOL {
+            MessageLog::note(self, message);
+            return answers.showsCelsius;
+        });
+    answer<"updateWeatherForLocation:city:">(
+        "LocationUpdater", +[](id self, SEL message, id location, id city) { MessageLog::note(self, message, location, city); });
     answer<"handleCompletionForCity:withUpdateDetail:">(
-        "LocationUpdater", +[](id self, SEL message, id city, NSUInteger detail) { MessageLog::note(self, message, city, detail); });
+        "LocationUpdater",
+        +[](id self, SEL message, id city, NSUInteger detail) { MessageLog::note(self, message, city, detail); });
 
     // The city and its temperature are of classes that the library has never heard of.
     answers.location = spyObject<"SpyLocation">("location");
     answers.city = spyObject<"SpyCity">("city");
     simulator::addMethod<"update">(objc_getClass("SpyCity"), +[](id self, SEL message) { MessageLog::note(self, message); });
-    simulator::addMethod<"temperature">(objc_getClass("SpyCity"), +[](id self, SEL message) -> id {
-        MessageLog::note(self, message);
-        return answers.temperature;
-    });
-    simulator::addMethod<"conditionCode">(objc_getClass("SpyCity"), +[](id self, SEL message) -> NSInteger {
-        MessageLog::note(self, message);
-        return answers.conditionCode;
-    });
+    simulator::addMethod<"temperature">(
+        objc_getClass("SpyCity"), +[](id self, SEL message) -> id {
+            MessageLog::note(self, message);
+            return answers.temperature;
+        });
+    simulator::addMethod<"conditionCode">(
+        objc_getClass("SpyCity"), +[](id self, SEL message) -> NSInteger {
+            MessageLog::note(self, message);
+            return answers.conditionCode;
+        });
     answers.temperature = spyObject<"SpyTemperature">("temperature");
-    simulator::addMethod<"floatValue">(objc_getClass("SpyTemperature"), +[](id self, SEL message) -> float {
-        MessageLog::note(self, message);
-        return answers.celsius;
-    });
+    simulator::addMethod<"floatValue">(
+        objc_getClass("SpyTemperature"), +[](id self, SEL message) -> float {
+            MessageLog::note(self, message);
+            return answers.celsius;
+        });
     simulator::addMethod<"description">(objc_getClass("SpyTemperature"), +[](id, SEL) { return constantString<"a few">(); });
 }
 
@@ -149,17 +156,14 @@ TEST(WeatherService, IsAskedInAFixedOrder)
     EXPECT_THAT(messagesOfOneSentence(),
                 ElementsAre("WeatherLocationManager sharedWeatherLocationManager", "manager setLocationTrackingActive: YES",
                             "WeatherPreferences sharedPreferences", "preferences setLocalWeatherEnabled: YES",
-                            "LocationUpdater sharedLocationUpdater",
-                            "WeatherLocationManager sharedWeatherLocationManager", "manager location",
-                            "WeatherPreferences sharedPreferences", "preferences localWeatherCity",
-                            "updater updateWeatherForLocation:city: location city",
-                            "WeatherPreferences sharedPreferences", "preferences localWeatherCity",
-                            "updater handleCompletionForCity:withUpdateDetail: city 0",
+                            "LocationUpdater sharedLocationUpdater", "WeatherLocationManager sharedWeatherLocationManager",
+                            "manager location", "WeatherPreferences sharedPreferences", "preferences localWeatherCity",
+                            "updater updateWeatherForLocation:city: location city", "WeatherPreferences sharedPreferences",
+                            "preferences localWeatherCity", "updater handleCompletionForCity:withUpdateDetail: city 0",
                             "WeatherPreferences sharedPreferences", "preferences localWeatherCity", "city update",
                             "WeatherPreferences sharedPreferences", "preferences localWeatherCity", "city temperature",
                             "WeatherPreferences sharedPreferences", "preferences localWeatherCity", "city conditionCode",
-                            "temperature floatValue",
-                            "WeatherPreferences sharedPreferences", "preferences isCelsius"));
+                            "temperature floatValue", "WeatherPreferences sharedPreferences", "preferences isCelsius"));
 }
 
 TEST(WeatherService, IsAskedForTheCityFiveTimes)
@@ -246,15 +250,13 @@ TEST(WeatherSentence, RoundsHalvesAwayFromZero)
     takeNotes();
     answers.showsCelsius = NO;
     const std::pair<float, const char*> cases[] = {
-        {-17.5F, "1"},    // 0.5
-        {-22.5F, "-9"},   // -8.5
-        {-2.5F, "28"},    // 27.5
-        {2.5F, "37"},     // 36.5
-        {-27.5F, "-18"},  // -17.5
-        {-37.5F, "-36"},  // -35.5
-        {21.4F, "71"},
-        {-40, "-40"},
-        {100, "212"},
+        {-17.5F, "1"},   // 0.5
+        {-22.5F, "-9"},  // -8.5
+        {-2.5F, "28"},   // 27.5
+        {2.5F, "37"},    // 36.5
+        {-27.5F, "-18"}, // -17.5
+        {-37.5F, "-36"}, // -35.5
+        {21.4F, "71"},   {-40, "-40"}, {100, "212"},
     };
     for (const auto& [celsius, fahrenheit] : cases) {
         answers.celsius = celsius;

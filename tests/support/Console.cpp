@@ -104,8 +104,12 @@ LiveConsole::~LiveConsole()
 
 void LiveConsole::type(const std::string& command)
 {
-    const std::string line = command + '\n';
-    if (::write(input_, line.data(), line.size()) != static_cast<ssize_t>(line.size()))
+    typePart(command + '\n');
+}
+
+void LiveConsole::typePart(const std::string& characters)
+{
+    if (::write(input_, characters.data(), characters.size()) != static_cast<ssize_t>(characters.size()))
         throw std::runtime_error("springboard does not read");
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -63,6 +64,8 @@ public:
     pid_t number() const { return process_->number(); }
     /// Types a command that prints nothing.
     void type(const std::string& command);
+    /// Types the beginning of a line.
+    void typePart(const std::string& characters);
     /// Types a command that prints a line, and gives it.
     Json ask(const std::string& command);
     /// Ends the input and gives the exit status.
