@@ -31,8 +31,8 @@ def check_exports(library):
 
 def initialisers(library):
     """The functions that the loader calls, in its order: names, or addresses where the file has no names for them."""
-    section = re.search(r"\.init_array\s+INIT_ARRAY\s+([0-9a-f]+)\s+[0-9a-f]+\s+([0-9a-f]+)", run("readelf", "-SW", library))
-    start, size = (int(number, 16) for number in section.groups())
+    array = re.search(r"\.init_array\s+INIT_ARRAY\s+([0-9a-f]+)\s+[0-9a-f]+\s+([0-9a-f]+)", run("readelf", "-SW", library))
+    start, size = (int(number, 16) for number in array.groups())
     names = {}
     for line in run("nm", library).splitlines():
         fields = line.split()
