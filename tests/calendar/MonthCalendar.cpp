@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <gtest/gtest.h>
-#include <stdexcept>
+#include <optional>
 
 #include "platform/UIKit/UIWindow.hpp"
 #include "platform/runtime/each.hpp"
@@ -21,8 +21,7 @@ RegionalPhone::RegionalPhone(const Region& region)
 
 void setClock(const std::string& localTime)
 {
-    if (!simulator::freezeClock(localTime))
-        throw std::invalid_argument(localTime);
+    simulator::freezeClockAt(simulator::momentOfLocalTime(localTime).value());
 }
 
 Owned<UIView> newCalendar()

@@ -45,7 +45,7 @@ public:
     {
         const TemporaryFolder folder;
         const auto file = folder.path() / "screen.png";
-        simulator::writeScreenshot(file);
+        simulator::screenPicture()->writePNG(file);
         return Screen(simulator::Bitmap::read(file, scale));
     }
 

@@ -109,7 +109,7 @@ Picture shown(UIImageView* view)
 Picture screenshot()
 {
     const TemporaryFolder folder;
-    simulator::writeScreenshot(folder.path() / "screen.png");
+    simulator::screenPicture()->writePNG(folder.path() / "screen.png");
     return pictureIn(folder.path() / "screen.png");
 }
 
