@@ -95,7 +95,7 @@ CGSize sizeThatFits(UILabel* self, SEL, CGSize size)
     const auto& label = ivarsOf<LabelState>(self);
     if (label.text->length() == 0)
         return {};
-    TextSetting setting = settingOf(label);
+    const TextSetting setting = settingOf(label);
     const bool wraps = label.numberOfLines != 1 && size.width > 0;
     const CGSize measured = measureText(setting, wraps ? size.width : endless);
     return {std::ceil(measured.width), std::ceil(measured.height)};
