@@ -21,8 +21,7 @@ RegionalPhone::RegionalPhone(const Region& region)
 
 void setClock(const std::string& localTime)
 {
-    if (!simulator::freezeClock(localTime))
-        throw std::invalid_argument(localTime);
+    simulator::freezeClockAt(simulator::momentOfLocalTime(localTime).value());
 }
 
 Owned<UIView> newCalendar()

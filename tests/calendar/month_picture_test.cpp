@@ -41,13 +41,7 @@ public:
         return {pixel[2] / whole, pixel[1] / whole, pixel[0] / whole, 1};
     }
 
-    static Screen take()
-    {
-        const TemporaryFolder folder;
-        const auto file = folder.path() / "screen.png";
-        simulator::writeScreenshot(file);
-        return Screen(simulator::Bitmap::read(file, scale));
-    }
+    static Screen take() { return Screen(simulator::screenPicture()); }
 
 private:
     explicit Screen(std::shared_ptr<simulator::Bitmap> picture) : picture_(std::move(picture)) {}
