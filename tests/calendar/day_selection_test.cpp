@@ -58,11 +58,11 @@ Owned<NSObject> delegateWith(unsigned methods)
 
 constexpr CGPoint elsewhere{160, 500};
 
-/// Keeps the finger where it is for longer than a swipe may last, so that what follows is a drag.
-void rest(CGPoint point)
+/// Moves the finger away more slowly than a swipe goes.
+void drag(CGPoint point)
 {
-    for (int i = 0; i < 50; ++i)
-        simulator::touchMove(point);
+    constexpr double pause = 2;
+    simulator::touchMove(point, pause);
 }
 
 class DayTouch : public testing::Test {
@@ -76,12 +76,11 @@ protected:
     }
 
     void press(NSInteger day) const { simulator::touchDown(phone_.window(), middleOf(buttonOfDay(calendar_, day))); }
-    /// Presses a day and drags the finger away, slowly.
+    /// Presses a day and drags the finger away.
     void pressAndLeave(NSInteger day, CGPoint point) const
     {
         press(day);
-        rest(middleOf(buttonOfDay(calendar_, day)));
-        simulator::touchMove(point);
+        drag(point);
     }
     void pressCell(std::size_t index) const { simulator::touchDown(phone_.window(), middleOf(dayButtons(calendar_)[index])); }
 
@@ -134,8 +133,7 @@ TEST_F(DayTouch, MakesTheDayGreenWhileTheFingerIsDown)
     show("2014-03-15");
     press(7);
     EXPECT_EQ(backgroundOfDay(7), green);
-    rest(middleOf(buttonOfDay(calendar_, 7)));
-    simulator::touchMove(elsewhere);
+    drag(elsewhere);
     EXPECT_EQ(backgroundOfDay(7), green);
     simulator::touchUp(elsewhere);
     EXPECT_EQ(backgroundOfDay(7), clear);

@@ -41,13 +41,7 @@ public:
         return {pixel[2] / whole, pixel[1] / whole, pixel[0] / whole, 1};
     }
 
-    static Screen take()
-    {
-        const TemporaryFolder folder;
-        const auto file = folder.path() / "screen.png";
-        simulator::screenPicture()->writePNG(file);
-        return Screen(simulator::Bitmap::read(file, scale));
-    }
+    static Screen take() { return Screen(simulator::screenPicture()); }
 
 private:
     explicit Screen(std::shared_ptr<simulator::Bitmap> picture) : picture_(std::move(picture)) {}
@@ -90,8 +84,7 @@ constexpr Colour todayBottom{0.1, 0.1, 0.8, 0.5};
 Colour todayAt(double share)
 {
     const auto mix = [&](double top, double bottom) { return top + (bottom - top) * share; };
-    return {mix(todayTop.red, todayBottom.red), mix(todayTop.green, todayBottom.green), mix(todayTop.blue, todayBottom.blue),
-            0.5};
+    return {mix(todayTop.red, todayBottom.red), mix(todayTop.green, todayBottom.green), mix(todayTop.blue, todayBottom.blue), 0.5};
 }
 
 } // namespace
