@@ -24,7 +24,7 @@ protected:
                 simulator::takeSystemLog();
             }
         };
-        doOften(5);
+        doOften(3);
         const auto before = livingObjects();
         doOften(rounds);
         EXPECT_EQ(livingObjects(), before);
@@ -39,9 +39,12 @@ protected:
 
 TEST_F(Endurance, TenThousandNotificationsLeaveNothingBehind)
 {
-    expectNothingLeft(1000, [](int) {
-        for (int i = 0; i < 10; ++i)
-            notify(applications[i % 5]);
+    std::vector<Owned<NSObject>> items;
+    for (int i = 0; i < 10; ++i)
+        items.push_back(notification(applications[i % 5]));
+    expectNothingLeft(1000, [&](int) {
+        for (const auto& item : items)
+            simulator::addListItem(item);
         clear();
     });
 }
@@ -94,7 +97,7 @@ TEST_F(Endurance, ArtViewsLeaveNothingBehind)
 
 TEST_F(Endurance, PicturesOfTheScreenLeaveNothingBehind)
 {
-    expectNothingLeft(10, [](int i) {
+    expectNothingLeft(4, [](int i) {
         notify(applications[i % 5]);
         screenshot();
         panel::tap(panel::calendarIcon());

@@ -135,6 +135,25 @@ TEST(OneNotification, GoesFromItsArrivalToBeingRead)
     EXPECT_EQ(panel::strip()->subviews()->count(), 1U);
 }
 
+TEST(OneNotification, BringsTheStripToScrollWhenItIsOneApplicationTooMany)
+{
+    const Console console;
+    const auto lines = linesOf(console, "clock 2014-03-05T08:30:00\n"
+                                        "lock\n"
+                                        "notify org.example.a\n"
+                                        "notify org.example.b\n"
+                                        "swipe 230,150 left\n"
+                                        "show appsView.contentOffset\n"
+                                        "notify org.example.c\n"
+                                        "notify org.example.d\n"
+                                        "notify org.example.e\n"
+                                        "swipe 230,150 left\n"
+                                        "show appsView.contentOffset\n"
+                                        "swipe 90,150 right\n"
+                                        "show appsView.contentOffset\n");
+    EXPECT_THAT(lines, ElementsAre(Json({0, 0}), Json({132, 0}), Json({0, 0})));
+}
+
 TEST(OneNotification, IsSeenOnTheConsoleAllTheWay)
 {
     const Console console;

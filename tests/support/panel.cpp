@@ -108,17 +108,7 @@ Picture shown(UIImageView* view)
 
 Picture screenshot()
 {
-    const TemporaryFolder folder;
-    simulator::screenPicture()->writePNG(folder.path() / "screen.png");
-    return pictureIn(folder.path() / "screen.png");
-}
-
-Picture pictureIn(const std::filesystem::path& file)
-{
-    const Owned<UIImage> image = simulator::imageWithBitmap(simulator::Bitmap::read(file, 1));
-    if (image == nullptr)
-        throw std::runtime_error("no picture: " + file.native());
-    return pictureOf(image);
+    return pictureOf(simulator::imageWithBitmap(simulator::screenPicture()));
 }
 
 void writePicture(UIImage* image, const std::filesystem::path& file)

@@ -161,11 +161,8 @@ std::vector<std::string>& drawnTexts();
 /// What a view shows when its image is that.
 Picture shown(UIImageView* view);
 
-/// The screen, as a PNG file shows it.
+/// The screen, laid out and drawn.
 Picture screenshot();
-
-/// The picture in a PNG file.
-Picture pictureIn(const std::filesystem::path& file);
 
 /// Puts an image's pixels into a PNG file.
 void writePicture(UIImage* image, const std::filesystem::path& file);
