@@ -1,43 +1,34 @@
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <dlfcn.h>
-#include <filesystem>
+#include <stdexcept>
 #include <vector>
 
-#include "bench/month_replay.hpp"
+#include "bench/calendar_replay.hpp"
 #include "bench/send_recorder.hpp"
+#include "bench/support/BenchPhone.hpp"
 #include "platform/UIKit/UIView.hpp"
-#include "platform/runtime/AutoreleasePool.hpp"
-#include "simulator/foundation/clock.hpp"
-#include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/system_log.hpp"
-#include "simulator/runtime/injection.hpp"
-#include "simulator/springboard/SpringBoard.hpp"
 
-/// What the drawing of a month costs beside the sends that it is made of: drawHeader and drawDays, beside a replay of their
-/// sends by hand. `calendar_sends PHONE-TREE`; with the recorder preloaded it checks that the replay is faithful and counts,
-/// else it draws and measures.
+/// Draws a month from scratch (drawHeader, drawDays), and after it replays the sends that the library made for it, written out
+/// by hand. With the recorder preloaded it checks that both make the same sends; else it prints the ratio of their processor
+/// times (medians) and ends with status 1 when it is above 1.3. `bench_calendar_sends [ROUNDS]`.
 
 namespace {
 
-/// The replay's own library.
+/// The library that replays.
 class Replay {
 public:
-    explicit Replay(UIView* calendar)
+    explicit Replay(UIView* calendar) : handle_(dlopen(REPLAY_LIBRARY, RTLD_NOW))
     {
-        const auto file = std::filesystem::canonical("/proc/self/exe").parent_path() / replayFile;
-        handle_ = dlopen(file.c_str(), RTLD_NOW);
         if (handle_ == nullptr)
             throw std::runtime_error(dlerror());
         const Ivar title = class_getInstanceVariable(object_getClass(calendar), "lblMonth");
-        find<decltype(prepareMonthReplay)>("prepareMonthReplay")(
+        find<decltype(prepareReplay)>("prepareReplay")(
             calendar, reinterpret_cast<id*>(reinterpret_cast<char*>(calendar) + ivar_getOffset(title)));
         play = find<decltype(replayMonth)>("replayMonth");
     }
 
-    static constexpr const char* replayFile = "month_replay.so";
     decltype(replayMonth)* play;
 
 private:
@@ -50,20 +41,12 @@ private:
     void* handle_;
 };
 
-/// Seconds of this process's processor time.
-double processorTime()
-{
-    timespec time;
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
 NSInteger nothing(id, SEL)
 {
     return 0;
 }
 
-/// From now on the calendar's own methods, but for those of a view, do nothing.
+/// From now on those methods of the calendar that its drawing sends to itself do nothing: the replay sends what they would.
 void emptyMethods()
 {
     for (const char* name : {"getTotalDaysInCurrentMonth", "getOffsetDays", "goOneMonthBack", "goOneMonthForward",
@@ -72,39 +55,20 @@ void emptyMethods()
                                  reinterpret_cast<IMP>(&nothing));
 }
 
-/// The library's file, opened in the tree for its code's address range is not needed: an image is known by its path's end.
-constexpr const char* libraryImage = "/Solvane.dylib";
-
-void drawMonth(UIView* calendar)
-{
-    send<"drawHeader">(calendar);
-    send<"drawDays">(calendar);
-}
-
-template <class Draw>
-double timeOf(UIView* calendar, Draw draw)
-{
-    const AutoreleasePool pool;
-    const double start = processorTime();
-    draw();
-    const double time = processorTime() - start;
-    send<"clearViews">(calendar);
-    simulator::takeSystemLog();
-    return time;
-}
-
-template <class Draw>
-std::vector<double> timesOf(UIView* calendar, int rounds, Draw draw)
+double medianTimeOf(UIView* calendar, int rounds, const auto& draw)
 {
     std::vector<double> times;
-    for (int i = 0; i < rounds; ++i)
-        times.push_back(timeOf(calendar, draw));
-    std::ranges::sort(times);
-    return times;
+    for (int i = 0; i < rounds; ++i) {
+        times.push_back(processorTimeOf(draw));
+        const AutoreleasePool pool;
+        send<"clearViews">(calendar);
+        simulator::takeSystemLog();
+    }
+    return median(times);
 }
 
-template <class Draw>
-std::vector<RecordedSend> sendsOf(UIView* calendar, const char* image, Draw draw)
+/// What code in the image sends meanwhile.
+std::vector<RecordedSend> sendsOf(UIView* calendar, const char* image, const auto& draw)
 {
     const auto begin = reinterpret_cast<BeginRecordingSends*>(dlsym(RTLD_DEFAULT, "beginRecordingSends"));
     const auto end = reinterpret_cast<EndRecordingSends*>(dlsym(RTLD_DEFAULT, "endRecordingSends"));
@@ -116,27 +80,33 @@ std::vector<RecordedSend> sendsOf(UIView* calendar, const char* image, Draw draw
     return sends;
 }
 
-int compare(const std::vector<RecordedSend>& drawn, const std::vector<RecordedSend>& replayed)
+const char* describe(const std::vector<RecordedSend>& sends, std::size_t index)
 {
-    const auto [left, right] = std::ranges::mismatch(drawn, replayed);
-    if (left == drawn.end() && right == replayed.end()) {
-        std::printf("sends:  %zu, and the replay makes the same in the same order\n", drawn.size());
-        return 0;
+    return index < sends.size() ? sends[index].selector.c_str() : "nothing";
+}
+
+bool areEqual(const std::vector<RecordedSend>& drawn, const std::vector<RecordedSend>& replayed)
+{
+    std::size_t index = 0;
+    while (index < drawn.size() && index < replayed.size() && drawn[index] == replayed[index])
+        ++index;
+    if (index == drawn.size() && index == replayed.size()) {
+        std::printf("| drawing a month from scratch | %zu sends | replayed in the same order to the same classes |\n", index);
+        return true;
     }
-    std::printf("the replay differs at send %td: %s %s, not %s %s (%zu and %zu sends)\n", left - drawn.begin(),
-                right == replayed.end() ? "none" : right->receiver.c_str(),
-                right == replayed.end() ? "" : right->selector.c_str(), left == drawn.end() ? "none" : left->receiver.c_str(),
-                left == drawn.end() ? "" : left->selector.c_str(), drawn.size(), replayed.size());
-    return 1;
+    std::fprintf(stderr, "send %zu is %s in the drawing and %s in the replay\n", index, describe(drawn, index),
+                 describe(replayed, index));
+    return false;
 }
 
 } // namespace
 
-// The two measured functions, by names that a profile shows.
+// What is measured, by names that a profile shows.
 extern "C" {
 [[gnu::noinline]] void drawnByTheLibrary(UIView* calendar)
 {
-    drawMonth(calendar);
+    send<"drawHeader">(calendar);
+    send<"drawDays">(calendar);
 }
 [[gnu::noinline]] void sentByHand(const Replay* replay)
 {
@@ -146,40 +116,28 @@ extern "C" {
 
 int main(int count, char** words)
 {
-    if (count != 3) {
-        std::fprintf(stderr, "usage: calendar_sends PHONE-TREE ROUNDS\n");
-        return 2;
-    }
     setenv("LANG", "de_DE.UTF-8", 1);
-    setenv("TZ", "UTC", 1);
     unsetenv("LC_ALL");
-    simulator::setPhoneRoot(words[1]);
-    simulator::openSystemLog();
-    simulator::launchSpringBoard({});
-    simulator::injectLibraries({});
-    simulator::freezeClockAt(simulator::momentOfLocalTime("2014-03-15T12:00:00").value());
-
-    const AutoreleasePool pool;
+    const BenchPhone phone;
     auto* const calendar = static_cast<UIView*>(send<"alloc", UIView*>(objc_getClass("APLCalendar"))->init());
     send<"clearViews">(calendar);
     const Replay replay(calendar);
-    const auto byLibrary = [&] { drawnByTheLibrary(calendar); };
-    const auto byHand = [&] { sentByHand(&replay); };
+    const auto draw = [&] { drawnByTheLibrary(calendar); };
+    const auto sendAlone = [&] { sentByHand(&replay); };
 
     if (dlsym(RTLD_DEFAULT, "beginRecordingSends") != nullptr) {
-        const auto drawn = sendsOf(calendar, libraryImage, byLibrary);
+        const auto drawn = sendsOf(calendar, "/Solvane.dylib", draw);
         emptyMethods();
-        return compare(drawn, sendsOf(calendar, Replay::replayFile, byHand));
+        return areEqual(drawn, sendsOf(calendar, REPLAY_LIBRARY, sendAlone)) ? 0 : 1;
     }
 
-    const int rounds = std::atoi(words[2]);
-    const auto drawn = timesOf(calendar, rounds, byLibrary);
+    const int rounds = count > 1 ? std::atoi(words[1]) : 300;
+    const double drawn = medianTimeOf(calendar, rounds, draw);
     emptyMethods();
-    const auto sent = timesOf(calendar, rounds, byHand);
+    const double sent = medianTimeOf(calendar, rounds, sendAlone);
     constexpr double microseconds = 1e6;
-    const double median = drawn[drawn.size() / 2];
-    const double medianByHand = sent[sent.size() / 2];
-    std::printf("processor time of a drawing: %.0f us by the library, %.0f us for the sends by hand (medians of %d), ratio %.2f\n",
-                median * microseconds, medianByHand * microseconds, rounds, median / medianByHand);
-    return 0;
+    constexpr double limit = 1.3;
+    std::printf("| drawing a month from scratch | %.0f us | its sends alone %.0f us | ratio %.3f (at most %.1f) |\n",
+                drawn * microseconds, sent * microseconds, drawn / sent, limit);
+    return drawn / sent > limit ? 1 : 0;
 }

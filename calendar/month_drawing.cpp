@@ -103,9 +103,10 @@ void drawWeekday(APLCalendar* self, NSInteger x, NSString* name)
 {
     const APLCalendarIvars& ivars = ivarsOf(self);
     const NSInteger c = ivars._cellSize;
+    const NSInteger height = c / 2;
     const auto side = static_cast<CGFloat>(c);
     const Owned<UILabel> label =
-        adopt(UILabel::alloc()->initWithFrame(CGRect::make(static_cast<CGFloat>(x), side, side, static_cast<CGFloat>(c / 2))));
+        adopt(UILabel::alloc()->initWithFrame(CGRect::make(static_cast<CGFloat>(x), side, side, static_cast<CGFloat>(height))));
     label->setText(name);
     label->setFont(UIFont::fontWithName_size(constantString<"Verdana-Bold">(), static_cast<CGFloat>(ivars._fontSize)));
     label->setTextAlignment(NSTextAlignmentCenter);

@@ -1,4 +1,5 @@
 # `cmake --install BUILD --prefix DIR` lays out DIR as the phone's file tree.
+set(CMAKE_INSTALL_MESSAGE LAZY)
 install(TARGETS Solvane LIBRARY DESTINATION Library/MobileSubstrate/DynamicLibraries)
 install(FILES packaging/Solvane.plist DESTINATION Library/MobileSubstrate/DynamicLibraries)
 install(DIRECTORY assets/Solvane/ DESTINATION "Library/Application Support/Solvane" FILES_MATCHING PATTERN "*.png")

@@ -26,27 +26,27 @@ struct CGRect {
 
 inline constexpr CGRect CGRectZero{};
 
-inline constexpr CGFloat CGRectGetWidth(CGRect rect)
+constexpr CGFloat CGRectGetWidth(CGRect rect)
 {
     return rect.size.width;
 }
 
-inline constexpr CGFloat CGRectGetMinY(CGRect rect)
+constexpr CGFloat CGRectGetMinY(CGRect rect)
 {
     return rect.origin.y;
 }
 
-inline constexpr CGFloat CGRectGetMaxX(CGRect rect)
+constexpr CGFloat CGRectGetMaxX(CGRect rect)
 {
     return rect.origin.x + rect.size.width;
 }
 
-inline constexpr CGFloat CGRectGetMidX(CGRect rect)
+constexpr CGFloat CGRectGetMidX(CGRect rect)
 {
     return rect.origin.x + rect.size.width / 2;
 }
 
-inline constexpr CGFloat CGRectGetMidY(CGRect rect)
+constexpr CGFloat CGRectGetMidY(CGRect rect)
 {
     return rect.origin.y + rect.size.height / 2;
 }

@@ -14,22 +14,30 @@ public:
     Strong& operator=(T* object)
     {
         objc_retain(reinterpret_cast<id>(object));
-        return take(object);
+        take(object);
+        return *this;
     }
-    Strong& operator=(Owned<T>&& object) { return take(object.leak()); }
-    Strong& operator=(const Strong& other) { return *this = other.object_; }
+    Strong& operator=(Owned<T>&& object)
+    {
+        take(object.leak());
+        return *this;
+    }
+    Strong& operator=(const Strong& other)
+    {
+        *this = other.object_;
+        return *this;
+    }
 
     T* get() const { return object_; }
     T* operator->() const { return object_; }
     operator T*() const { return object_; }
 
 private:
-    Strong& take(T* object)
+    void take(T* object)
     {
         T* const previous = object_;
         object_ = object;
         objc_release(reinterpret_cast<id>(previous));
-        return *this;
     }
 
     T* object_ = nullptr;

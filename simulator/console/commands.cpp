@@ -32,7 +32,7 @@ using Words = std::span<const std::string>;
 
 void print(const Json& json)
 {
-    std::cout << oneLine(json) << std::endl;
+    std::cout << oneLine(json) << '\n' << std::flush;
     if (!std::cout)
         throw BadLine("standard output cannot be written");
 }

@@ -113,7 +113,10 @@ Json inspectColor(id object)
 {
     if (!object->respondsToSelector(selector<"getRed:green:blue:alpha:">()))
         return {{"class", className(object)}};
-    CGFloat red = 0, green = 0, blue = 0, alpha = 0;
+    CGFloat red = 0;
+    CGFloat green = 0;
+    CGFloat blue = 0;
+    CGFloat alpha = 0;
     send<"getRed:green:blue:alpha:", BOOL>(object, &red, &green, &blue, &alpha);
     return {{"class", "UIColor"}, {"rgba", {number(red), number(green), number(blue), number(alpha)}}};
 }

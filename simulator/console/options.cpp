@@ -19,16 +19,16 @@ void setScreen(Options& options, const std::string& text)
     const std::string_view whole = text;
     const std::size_t cross = std::min(whole.find('x'), whole.size());
     const std::size_t at = std::min(whole.find('@'), whole.size());
-    const auto width = parseNumber<int>(whole.substr(0, cross));
-    const auto height = cross < at ? parseNumber<int>(whole.substr(cross + 1, at - cross - 1)) : std::nullopt;
-    const auto scale = at < whole.size() ? parseNumber<int>(whole.substr(at + 1)) : 2;
+    const int width = parseNumber<int>(whole.substr(0, cross)).value_or(0);
+    const int height = cross < at ? parseNumber<int>(whole.substr(cross + 1, at - cross - 1)).value_or(0) : 0;
+    const int scale = at < whole.size() ? parseNumber<int>(whole.substr(at + 1)).value_or(0) : 2;
 
-    const auto isSide = [](std::optional<int> side) { return side && *side >= smallestSide && *side <= largestSide; };
-    if (!isSide(width) || !isSide(height) || !scale || *scale < 1 || *scale > largestScale)
+    const auto isSide = [](int side) { return side >= smallestSide && side <= largestSide; };
+    if (!isSide(width) || !isSide(height) || scale < 1 || scale > largestScale)
         throw std::invalid_argument("--screen: \"" + text + "\" is not WIDTHxHEIGHT or WIDTHxHEIGHT@SCALE with sides from " +
                                     std::to_string(smallestSide) + " to " + std::to_string(largestSide) +
                                     " points and a scale from 1 to " + std::to_string(largestScale));
-    options.screen = {static_cast<double>(*width), static_cast<double>(*height), static_cast<double>(*scale)};
+    options.screen = {static_cast<double>(width), static_cast<double>(height), static_cast<double>(scale)};
 }
 
 struct Option {

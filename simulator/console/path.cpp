@@ -67,7 +67,7 @@ std::size_t identifierLength(std::string_view text)
 {
     constexpr std::string_view digits = "0123456789";
     constexpr std::string_view parts = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_$";
-    if (text.empty() || digits.find(text.front()) != digits.npos)
+    if (text.empty() || digits.find(text.front()) != std::string_view::npos)
         return 0;
     return std::min(text.find_first_not_of(parts), text.size());
 }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -37,7 +38,7 @@ int intValue(NSString* self, SEL)
     value = isNegative ? -value : value;
     constexpr std::int64_t least = std::numeric_limits<int>::min();
     constexpr std::int64_t most = std::numeric_limits<int>::max();
-    return static_cast<int>(value < least ? least : value > most ? most : value);
+    return static_cast<int>(std::clamp(value, least, most));
 }
 
 } // namespace

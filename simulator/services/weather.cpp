@@ -69,7 +69,7 @@ City* localWeatherCity(WeatherPreferences* self, SEL)
 
 BOOL isCelsius(WeatherPreferences*, SEL)
 {
-    return celsius;
+    return BOOL{celsius};
 }
 
 void updateWeatherForLocation(LocationUpdater*, SEL, id, City* city)

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/Foundation/NSString.hpp"
+#include "platform/UIKit/UIGraphics.hpp"
 #include "platform/UIKit/UIImageView.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
@@ -29,16 +30,26 @@ CGRect filling(CGSize image, CGRect bounds)
     return {{(bounds.size.width - size.width) / 2, (bounds.size.height - size.height) / 2}, size};
 }
 
+/// The picture at the screen's own size and scale, so that drawing it is a plain copy.
+UIImage* wallpaperFor(CGRect bounds)
+{
+    UIImage* const picture =
+        UIImage::imageWithContentsOfFile(constantString<"/System/Library/CoreServices/SpringBoard.app/Wallpaper.png">());
+    UIGraphicsBeginImageContextWithOptions(bounds.size, YES, 0);
+    picture->drawInRect(filling(picture->size(), bounds));
+    UIImage* const fitted = UIGraphicsGetImageFromCurrentImageContext();
+    UIGraphicsEndImageContext();
+    return fitted;
+}
+
 SBLockScreenView* initWithFrame(SBLockScreenView* self, SEL, CGRect frame)
 {
     superOf<LockScreenState, "initWithFrame:", SBLockScreenView*>(self, frame);
     auto& screen = ivarsOf<LockScreenState>(self);
     const CGRect bounds = self->bounds();
 
-    UIImage* const picture =
-        UIImage::imageWithContentsOfFile(constantString<"/System/Library/CoreServices/SpringBoard.app/Wallpaper.png">());
-    screen.wallpaper = adopt(UIImageView::alloc()->initWithFrame(filling(picture->size(), bounds)));
-    screen.wallpaper->setImage(picture);
+    screen.wallpaper = adopt(UIImageView::alloc()->initWithFrame(bounds));
+    screen.wallpaper->setImage(wallpaperFor(bounds));
     self->setClipsToBounds(true);
     self->addSubview(screen.wallpaper);
 

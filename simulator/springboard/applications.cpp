@@ -51,7 +51,7 @@ SBApplicationController* initController(SBApplicationController* self, SEL)
     auto& applications = ivarsOf<ApplicationControllerState>(self).applications;
     std::error_code missing;
     for (const auto& bundle : std::filesystem::directory_iterator(onThisMachine("/Applications"), missing)) {
-        if (Owned<SBApplication> application = applicationInBundle(bundle.path()))
+        if (const Owned<SBApplication> application = applicationInBundle(bundle.path()))
             applications[toUTF8(application->bundleIdentifier())] = application;
     }
     return self;

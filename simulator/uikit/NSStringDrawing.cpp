@@ -25,7 +25,7 @@ TextSetting settingOf(NSString* text, NSDictionary* attributes)
     constexpr double defaultSize = 12;
     auto* const font = static_cast<UIFont*>(attributes->objectForKey(NSFontAttributeName));
     if (font == nullptr)
-        return {.text = toUTF8(text), .face = *typefaceNamed("HelveticaNeue"), .fontSize = defaultSize};
+        return {.text = toUTF8(text), .face = typefaceNamed("HelveticaNeue").value_or(Typeface{}), .fontSize = defaultSize};
     return {.text = toUTF8(text), .face = stateOf(font).face, .fontSize = stateOf(font).pointSize};
 }
 

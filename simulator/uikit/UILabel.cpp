@@ -85,9 +85,7 @@ void drawRect(UILabel* self, SEL, CGRect rect)
     if (setting.text.empty() || rect.size.width <= 0)
         return;
     setting.fontSize = fittingSize(label, setting, rect.size.width);
-    const double height = measureText(setting, rect.size.width).height;
-    rect.origin.y += (rect.size.height - height) / 2;
-    drawText(currentGraphicsContext()->cairo, setting, rect, colourOf(label.textColor->CGColor()));
+    drawTextInMiddle(currentGraphicsContext()->cairo, setting, rect, colourOf(label.textColor->CGColor()));
 }
 
 CGSize sizeThatFits(UILabel* self, SEL, CGSize size)
@@ -95,7 +93,7 @@ CGSize sizeThatFits(UILabel* self, SEL, CGSize size)
     const auto& label = ivarsOf<LabelState>(self);
     if (label.text->length() == 0)
         return {};
-    TextSetting setting = settingOf(label);
+    const TextSetting setting = settingOf(label);
     const bool wraps = label.numberOfLines != 1 && size.width > 0;
     const CGSize measured = measureText(setting, wraps ? size.width : endless);
     return {std::ceil(measured.width), std::ceil(measured.height)};

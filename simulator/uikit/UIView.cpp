@@ -1,6 +1,7 @@
 #include "platform/UIKit/UIView.hpp"
 
 #include <algorithm>
+#include <ranges>
 
 #include "platform/UIKit/UIWindow.hpp"
 #include "simulator/quartzcore/LayerState.hpp"
@@ -303,8 +304,8 @@ UIView* hitTest(UIView* self, SEL, CGPoint point, UIEvent* event)
         send<"pointInside:withEvent:", BOOL>(self, point, event) == NO)
         return nullptr;
     const auto& all = stateOf(self).subviews;
-    for (auto subview = all.rbegin(); subview != all.rend(); ++subview) {
-        if (UIView* const hit = (*subview)->hitTest_withEvent(fromSuperview(*subview, point), event))
+    for (const auto& subview : all | std::views::reverse) {
+        if (UIView* const hit = subview->hitTest_withEvent(fromSuperview(subview, point), event))
             return hit;
     }
     return self;

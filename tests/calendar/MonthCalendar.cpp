@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <gtest/gtest.h>
-#include <stdexcept>
+#include <optional>
 
 #include "platform/UIKit/UIWindow.hpp"
 #include "platform/runtime/each.hpp"

@@ -50,10 +50,7 @@ public:
         writeFile(phone_.tree().root() / "User/Library/Calendar" / file, contents);
     }
 
-    void remove(const std::string& file) const
-    {
-        std::filesystem::remove(phone_.tree().root() / "User/Library/Calendar" / file);
-    }
+    void remove(const std::string& file) const { std::filesystem::remove(phone_.tree().root() / "User/Library/Calendar" / file); }
 
     /// The events of the day that begins at that local time.
     std::string after(const std::string& time) const
@@ -241,17 +238,18 @@ TEST(DayEvents, WithoutATimeZoneAreOfTheUsers)
 
 TEST(DayEvents, InATimeZoneOfTheFileFollowItsRules)
 {
-    const Diary diary(std::string(berlin) +
-                      event({"UID:1", "SUMMARY:Winter", "DTSTART;TZID=Berlin:20140305T090000", "DTEND;TZID=Berlin:20140305T100000"}) +
-                      event({"UID:2", "SUMMARY:Summer", "DTSTART;TZID=Berlin:20140705T090000", "DTEND;TZID=Berlin:20140705T100000"}));
+    const Diary diary(
+        std::string(berlin) +
+        event({"UID:1", "SUMMARY:Winter", "DTSTART;TZID=Berlin:20140305T090000", "DTEND;TZID=Berlin:20140305T100000"}) +
+        event({"UID:2", "SUMMARY:Summer", "DTSTART;TZID=Berlin:20140705T090000", "DTEND;TZID=Berlin:20140705T100000"}));
     EXPECT_EQ(diary.on("2014-03-05"), "Winter\n5 Mar 2014, 08:00 - 5 Mar 2014, 09:00\n\n");
     EXPECT_EQ(diary.on("2014-07-05"), "Summer\n5 Jul 2014, 07:00 - 5 Jul 2014, 08:00\n\n");
 }
 
 TEST(DayEvents, InATimeZoneKnownByNameFollowItsRules)
 {
-    const Diary diary(event({"UID:1", "SUMMARY:Standup", "DTSTART;TZID=Europe/Berlin:20140705T090000",
-                             "DTEND;TZID=Europe/Berlin:20140705T091500"}));
+    const Diary diary(event(
+        {"UID:1", "SUMMARY:Standup", "DTSTART;TZID=Europe/Berlin:20140705T090000", "DTEND;TZID=Europe/Berlin:20140705T091500"}));
     EXPECT_EQ(diary.on("2014-07-05"), "Standup\n5 Jul 2014, 07:00 - 5 Jul 2014, 07:15\n\n");
 }
 
@@ -259,7 +257,8 @@ TEST(DayEvents, InATimeZoneKnownByNameFollowItsRules)
 
 TEST(RecurringDayEvents, ComeEveryDay)
 {
-    const Diary diary(event({"UID:1", "SUMMARY:Standup", "DTSTART:20140301T090000", "DTEND:20140301T091500", "RRULE:FREQ=DAILY"}));
+    const Diary diary(
+        event({"UID:1", "SUMMARY:Standup", "DTSTART:20140301T090000", "DTEND:20140301T091500", "RRULE:FREQ=DAILY"}));
     EXPECT_EQ(diary.on("2014-02-28"), "");
     EXPECT_EQ(diary.on("2014-03-05"), "Standup\n5 Mar 2014, 09:00 - 5 Mar 2014, 09:15\n\n");
     EXPECT_EQ(diary.on("2024-02-29"), "Standup\n29 Feb 2024, 09:00 - 29 Feb 2024, 09:15\n\n");
@@ -267,8 +266,8 @@ TEST(RecurringDayEvents, ComeEveryDay)
 
 TEST(RecurringDayEvents, ComeAsOftenAsTheyAreCounted)
 {
-    const Diary diary(event({"UID:1", "SUMMARY:Choir", "DTSTART:20140305T190000", "DTEND:20140305T203000",
-                             "RRULE:FREQ=WEEKLY;COUNT=3"}));
+    const Diary diary(
+        event({"UID:1", "SUMMARY:Choir", "DTSTART:20140305T190000", "DTEND:20140305T203000", "RRULE:FREQ=WEEKLY;COUNT=3"}));
     for (const char* day : {"2014-03-05", "2014-03-12", "2014-03-19"})
         EXPECT_NE(diary.on(day), "") << day;
     for (const char* day : {"2014-02-26", "2014-03-06", "2014-03-26"})
@@ -303,9 +302,9 @@ TEST(RecurringDayEvents, KeepTheWallClockTimeOfTheirOwnTimeZone)
 
 TEST(RecurringDayEvents, LeaveOutTheirExceptions)
 {
-    const Diary diary(std::string(berlin) +
-                      event({"UID:1", "SUMMARY:Standup", "DTSTART;TZID=Berlin:20140303T090000", "DTEND;TZID=Berlin:20140303T091500",
-                             "RRULE:FREQ=DAILY", "EXDATE;TZID=Berlin:20140305T090000,20140307T090000"}));
+    const Diary diary(std::string(berlin) + event({"UID:1", "SUMMARY:Standup", "DTSTART;TZID=Berlin:20140303T090000",
+                                                   "DTEND;TZID=Berlin:20140303T091500", "RRULE:FREQ=DAILY",
+                                                   "EXDATE;TZID=Berlin:20140305T090000,20140307T090000"}));
     EXPECT_EQ(diary.on("2014-03-04"), "Standup\n4 Mar 2014, 08:00 - 4 Mar 2014, 08:15\n\n");
     EXPECT_EQ(diary.on("2014-03-05"), "");
     EXPECT_EQ(diary.on("2014-03-06"), "Standup\n6 Mar 2014, 08:00 - 6 Mar 2014, 08:15\n\n");
@@ -314,16 +313,16 @@ TEST(RecurringDayEvents, LeaveOutTheirExceptions)
 
 TEST(RecurringDayEvents, LeaveOutExceptionsGivenInAnotherTimeZone)
 {
-    const Diary diary(std::string(berlin) + event({"UID:1", "SUMMARY:Standup", "DTSTART;TZID=Berlin:20140303T090000",
-                                                   "DTEND;TZID=Berlin:20140303T091500", "RRULE:FREQ=DAILY",
-                                                   "EXDATE:20140305T080000Z"}));
+    const Diary diary(std::string(berlin) +
+                      event({"UID:1", "SUMMARY:Standup", "DTSTART;TZID=Berlin:20140303T090000",
+                             "DTEND;TZID=Berlin:20140303T091500", "RRULE:FREQ=DAILY", "EXDATE:20140305T080000Z"}));
     EXPECT_EQ(diary.on("2014-03-05"), "");
 }
 
 TEST(RecurringDayEvents, OfAllDayLeaveOutTheirExceptions)
 {
-    const Diary diary(event({"UID:1", "SUMMARY:Bins", "DTSTART;VALUE=DATE:20140303", "RRULE:FREQ=DAILY",
-                             "EXDATE;VALUE=DATE:20140305"}));
+    const Diary diary(
+        event({"UID:1", "SUMMARY:Bins", "DTSTART;VALUE=DATE:20140303", "RRULE:FREQ=DAILY", "EXDATE;VALUE=DATE:20140305"}));
     EXPECT_EQ(diary.on("2014-03-04"), "Bins\n4 Mar 2014, 00:00 - 4 Mar 2014, 23:59\n\n");
     EXPECT_EQ(diary.on("2014-03-05"), "");
 }
@@ -337,9 +336,10 @@ TEST(RecurringDayEvents, ComeOnExtraDays)
 
 TEST(RecurringDayEvents, MayHaveAnOccurrenceMovedAndRenamed)
 {
-    const Diary diary(event({"UID:1", "SUMMARY:Standup", "DTSTART:20140303T090000Z", "DTEND:20140303T091500Z", "RRULE:FREQ=DAILY"}) +
-                      event({"UID:1", "RECURRENCE-ID:20140305T090000Z", "SUMMARY:Long standup", "DTSTART:20140306T100000Z",
-                             "DTEND:20140306T110000Z"}));
+    const Diary diary(
+        event({"UID:1", "SUMMARY:Standup", "DTSTART:20140303T090000Z", "DTEND:20140303T091500Z", "RRULE:FREQ=DAILY"}) +
+        event({"UID:1", "RECURRENCE-ID:20140305T090000Z", "SUMMARY:Long standup", "DTSTART:20140306T100000Z",
+               "DTEND:20140306T110000Z"}));
     EXPECT_EQ(diary.on("2014-03-04"), "Standup\n4 Mar 2014, 09:00 - 4 Mar 2014, 09:15\n\n");
     EXPECT_EQ(diary.on("2014-03-05"), "");
     EXPECT_EQ(diary.on("2014-03-06"), "Standup\n6 Mar 2014, 09:00 - 6 Mar 2014, 09:15\n\n"
@@ -349,8 +349,8 @@ TEST(RecurringDayEvents, MayHaveAnOccurrenceMovedAndRenamed)
 TEST(RecurringDayEvents, OfATimeZoneMayHaveAnOccurrenceMoved)
 {
     const Diary diary(std::string(berlin) +
-                      event({"UID:1", "SUMMARY:Standup", "DTSTART;TZID=Berlin:20140303T090000", "DTEND;TZID=Berlin:20140303T091500",
-                             "RRULE:FREQ=DAILY"}) +
+                      event({"UID:1", "SUMMARY:Standup", "DTSTART;TZID=Berlin:20140303T090000",
+                             "DTEND;TZID=Berlin:20140303T091500", "RRULE:FREQ=DAILY"}) +
                       event({"UID:1", "RECURRENCE-ID;TZID=Berlin:20140405T090000", "SUMMARY:Standup",
                              "DTSTART;TZID=Berlin:20140405T113000", "DTEND;TZID=Berlin:20140405T114500"}));
     EXPECT_EQ(diary.on("2014-04-05"), "Standup\n5 Apr 2014, 09:30 - 5 Apr 2014, 09:45\n\n");
@@ -358,7 +358,8 @@ TEST(RecurringDayEvents, OfATimeZoneMayHaveAnOccurrenceMoved)
 
 TEST(RecurringDayEvents, BeginThePreviousEveningAndReachIntoTheDay)
 {
-    const Diary diary(event({"UID:1", "SUMMARY:Night shift", "DTSTART:20140301T220000", "DTEND:20140302T060000", "RRULE:FREQ=DAILY"}));
+    const Diary diary(
+        event({"UID:1", "SUMMARY:Night shift", "DTSTART:20140301T220000", "DTEND:20140302T060000", "RRULE:FREQ=DAILY"}));
     EXPECT_EQ(diary.on("2014-03-05"), "Night shift\n4 Mar 2014, 22:00 - 5 Mar 2014, 06:00\n\n"
                                       "Night shift\n5 Mar 2014, 22:00 - 6 Mar 2014, 06:00\n\n");
 }
@@ -447,10 +448,11 @@ TEST(DayEventStore, IsAskedForOneCalendarDayOfTheDefaultCalendar)
             EXPECT_EQ(calendars->objectAtIndex(0), defaultCalendar);
             return defaultCalendar;
         });
-    simulator::replaceMethod<"eventsMatchingPredicate:">(store, +[](NSObject*, SEL, NSObject* predicate) -> NSArray* {
-        EXPECT_EQ(predicate, defaultCalendar);
-        return nullptr;
-    });
+    simulator::replaceMethod<"eventsMatchingPredicate:">(
+        store, +[](NSObject*, SEL, NSObject* predicate) -> NSArray* {
+            EXPECT_EQ(predicate, defaultCalendar);
+            return nullptr;
+        });
     const auto calendar = newCalendar();
     NSString* const events = send<"getCalenderEventsForDay:", NSString*>(calendar.get(), localTime("2014-03-30T01:30:00"));
     EXPECT_EQ(textOf(events), "");

@@ -289,8 +289,9 @@ TEST(MonthOffset, ThatCannotBeReadLeadsTheGridWithNoDays)
     simulator::replaceMethod<"stringFromDate:">(
         objc_getClass("NSDateFormatter"), +[](NSObject*, SEL, NSDate*) { return constantString<"x">(); });
     showMonth(calendar, 2014, 3);
-    EXPECT_THAT(gridOf(calendar), ElementsAre("1 2 3 4 5 6 7", "8 9 10 11 12 13 14", "[15] 16 17 18 19 20 21",
-                                              "22 23 24 25 26 27 28", "29 30 31 (1) (2) (3) (4)", "(5) (6) (7) (8) (9) (10) (11)"));
+    EXPECT_THAT(gridOf(calendar),
+                ElementsAre("1 2 3 4 5 6 7", "8 9 10 11 12 13 14", "[15] 16 17 18 19 20 21", "22 23 24 25 26 27 28",
+                            "29 30 31 (1) (2) (3) (4)", "(5) (6) (7) (8) (9) (10) (11)"));
 }
 
 TEST(MonthOffset, AsksForTheWeekdayInTheLocalesOwnCount)
@@ -301,14 +302,16 @@ TEST(MonthOffset, AsksForTheWeekdayInTheLocalesOwnCount)
     static void (*setBehavior)(NSObject*, SEL, NSUInteger);
     const auto calendar = newCalendar();
     const Class formatter = objc_getClass("NSDateFormatter");
-    setFormat = simulator::replaceMethod<"setDateFormat:">(formatter, +[](NSObject* self, SEL name, NSString* format) {
-        questions.push_back(textOf(format));
-        setFormat(self, name, format);
-    });
-    setBehavior = simulator::replaceMethod<"setFormatterBehavior:">(formatter, +[](NSObject* self, SEL name, NSUInteger behavior) {
-        questions.push_back("behaviour " + std::to_string(behavior));
-        setBehavior(self, name, behavior);
-    });
+    setFormat = simulator::replaceMethod<"setDateFormat:">(
+        formatter, +[](NSObject* self, SEL name, NSString* format) {
+            questions.push_back(textOf(format));
+            setFormat(self, name, format);
+        });
+    setBehavior = simulator::replaceMethod<"setFormatterBehavior:">(
+        formatter, +[](NSObject* self, SEL name, NSUInteger behavior) {
+            questions.push_back("behaviour " + std::to_string(behavior));
+            setBehavior(self, name, behavior);
+        });
     offsetOfShownMonth(calendar);
     EXPECT_THAT(questions, ElementsAre("dd-MM-yyyy", "behaviour 1040", "e"));
 }
@@ -330,8 +333,7 @@ TEST_P(MonthWithoutItsFirstMidnight, IsAsLongAndBeginsWhereItDoesElsewhere)
 
 INSTANTIATE_TEST_SUITE_P(In, MonthWithoutItsFirstMidnight,
                          testing::Values("America/Asuncion", "America/Havana", "America/Sao_Paulo", "Africa/Cairo", "Asia/Amman",
-                                         "Asia/Beirut", "Asia/Damascus", "Asia/Taipei", "Antarctica/Casey",
-                                         "Pacific/Kwajalein"),
+                                         "Asia/Beirut", "Asia/Damascus", "Asia/Taipei", "Antarctica/Casey", "Pacific/Kwajalein"),
                          [](const auto& info) {
                              std::string name = info.param;
                              std::erase_if(name, [](char letter) { return letter == '/' || letter == '_'; });

@@ -1,5 +1,6 @@
 #include <atomic>
 #include <gmock/gmock.h>
+#include <memory>
 #include <thread>
 #include <type_traits>
 
@@ -47,9 +48,17 @@ Owned<Mortal> mortal(NSInteger number = 0)
     return made;
 }
 
-template <class Result>
-Result sentToNil()
+/// Leaves something other than zero where functions give their results.
+[[gnu::noinline]] double leftOver()
 {
+    static volatile double value = 1.5;
+    return value;
+}
+
+template <class Result>
+[[gnu::noinline]] Result sentToNil()
+{
+    leftOver();
     return send<"whatever", Result>(static_cast<NSObject*>(nullptr));
 }
 
@@ -374,31 +383,27 @@ TEST(ObjectLock, IsRecursive)
 
 namespace {
 
-/// Whether another thread gets the object's lock at once.
+/// Whether another thread gets the object's lock at once. The thread that does not is left waiting.
 bool isFree(NSObject* object)
 {
-    std::atomic<bool> got = false;
-    std::thread other([&] {
-        objc_sync_enter(object);
-        got = true;
-        objc_sync_exit(object);
-    });
-    for (int i = 0; i < 100 && !got; ++i)
+    const auto got = std::make_shared<std::atomic<bool>>(false);
+    std::thread([object, got] {
+        {
+            const ObjectLock lock(object);
+        }
+        *got = true;
+    }).detach();
+    for (int i = 0; i < 200 && !*got; ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    const bool wasFree = got;
-    if (!wasFree)
-        objc_sync_exit(object);
-    other.join();
-    if (!wasFree)
-        objc_sync_enter(object);
-    return wasFree;
+    return *got;
 }
 
 } // namespace
 
 TEST(ObjectLock, KeepsAnotherThreadOut)
 {
-    const Owned<Mortal> object = mortal();
+    // Not released: the other thread still waits for its lock.
+    Mortal* const object = mortal().leak();
     const ObjectLock lock(object);
     EXPECT_FALSE(isFree(object));
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <sstream>
 #include <string>
 #include <type_traits>
 #include <unordered_map>
 #include <vector>
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
+#include "platform/Substrate/MSHookMessageEx.hpp"
 #include "platform/runtime/send.hpp"
 
 /// Notes messages, in the order in which they come.
@@ -31,6 +33,14 @@ public:
     static std::string describe(BOOL value) { return value != NO ? "YES" : "NO"; }
     static std::string describe(NSInteger value) { return std::to_string(value); }
     static std::string describe(NSUInteger value) { return std::to_string(value); }
+    static std::string describe(CGFloat value)
+    {
+        std::ostringstream text;
+        text << value;
+        return text.str();
+    }
+    static std::string describe(CGPoint value) { return describe(value.x) + ',' + describe(value.y); }
+    static std::string describe(CGSize value) { return describe(value.width) + ',' + describe(value.height); }
     static std::string describe(CGRect value)
     {
         const auto number = [](CGFloat length) { return std::to_string(static_cast<long>(length)); };
@@ -54,14 +64,15 @@ private:
     }
 };
 
-/// Stands in front of one method of one class: notes each message, then does what the method did.
+/// Stands in front of one method of one class: notes each message, then does what the method did. A method that the class
+/// inherits is noted in that class alone.
 template <FixedString ClassName, FixedString Selector, class Result, class... Arguments>
 class Noted {
 public:
     static void install()
     {
-        const Method method = class_getInstanceMethod(objc_getClass(ClassName.text), selector<Selector>());
-        previous = reinterpret_cast<Implementation>(method_setImplementation(method, reinterpret_cast<IMP>(&called)));
+        MSHookMessageEx(objc_getClass(ClassName.text), selector<Selector>(), reinterpret_cast<IMP>(&called),
+                        reinterpret_cast<IMP*>(&previous));
     }
 
 private:

@@ -12,6 +12,8 @@ namespace {
 struct Calls {
     std::vector<std::string> lookups;
     std::set<std::string> hidden;
+    std::vector<std::string> instanceVariables;
+    std::set<std::string> hiddenInstanceVariables;
     std::vector<InstalledMethod> methods;
     std::vector<LoadedLibrary> libraries;
 };
@@ -50,6 +52,16 @@ void showClass(const std::string& name)
     calls().hidden.erase(name);
 }
 
+std::vector<std::string> instanceVariableLookups()
+{
+    return calls().instanceVariables;
+}
+
+void hideInstanceVariable(const std::string& name)
+{
+    calls().hiddenInstanceVariables.insert(name);
+}
+
 std::vector<InstalledMethod> installedMethods()
 {
     return calls().methods;
@@ -71,6 +83,17 @@ Class objc_getClass(const char* name)
             return nullptr;
     }
     return runtimes(name);
+}
+
+Ivar class_getInstanceVariable(Class cls, const char* name)
+{
+    static const auto runtimes = next<Ivar(Class, const char*)>("class_getInstanceVariable");
+    if (isInLibrary(__builtin_return_address(0))) {
+        calls().instanceVariables.push_back(name);
+        if (calls().hiddenInstanceVariables.contains(name))
+            return nullptr;
+    }
+    return runtimes(cls, name);
 }
 
 BOOL class_addMethod(Class cls, SEL selector, IMP implementation, const char* types)

@@ -18,6 +18,11 @@ void hideClass(const std::string& name);
 /// The library finds it again.
 void showClass(const std::string& name);
 
+/// The names of the instance variables that the library has looked up, in order.
+std::vector<std::string> instanceVariableLookups();
+/// From now on the library finds no instance variable of that name in any class.
+void hideInstanceVariable(const std::string& name);
+
 /// A method that was put into a class, as replacement or as addition.
 struct InstalledMethod {
     std::string className;

@@ -104,8 +104,8 @@ TEST(WidgetClass, AdoptsTheCalendarsDelegateProtocolAndAnswersNothingOfIt)
     EXPECT_EQ((send<"conformsToProtocol:", BOOL>(widget.get(), protocol)), YES);
     EXPECT_EQ((send<"conformsToProtocol:", BOOL>(objc_getClass("SVWidget"), protocol)), YES);
     EXPECT_EQ((send<"conformsToProtocol:", BOOL>(objc_getClass("UIView"), protocol)), NO);
-    for (const SEL name : {selector<"didSelectCalendarDay:">(), selector<"didSelectCalendarDate:">(),
-                           selector<"didDeselectCalendarDay:">()})
+    for (const SEL name :
+         {selector<"didSelectCalendarDay:">(), selector<"didSelectCalendarDate:">(), selector<"didDeselectCalendarDay:">()})
         EXPECT_FALSE(widget->respondsToSelector(name)) << sel_getName(name);
 }
 
@@ -368,11 +368,12 @@ TEST(WidgetFaces, AreHiddenCalendarFirst)
     static void (*setHidden)(UIView*, SEL, BOOL);
     const auto widget = newWidget();
     send<"loadWeather">(widget.get());
-    setHidden = simulator::replaceMethod<"setHidden:">(objc_getClass("UIView"), +[](UIView* self, SEL selector, BOOL hides) {
-        if (hides != NO)
-            hidden.push_back(self);
-        setHidden(self, selector, hides);
-    });
+    setHidden = simulator::replaceMethod<"setHidden:">(
+        objc_getClass("UIView"), +[](UIView* self, SEL selector, BOOL hides) {
+            if (hides != NO)
+                hidden.push_back(self);
+            setHidden(self, selector, hides);
+        });
     send<"hideALL">(widget.get());
     EXPECT_THAT(hidden, ElementsAre(calendarOf(widget), cardOf(widget)));
 }
@@ -456,5 +457,6 @@ TEST(WidgetOverTheConsole, ShowsItsCalendarAboveTheMiddle)
                                         "send w hideALL\n"
                                         "show w.cal.isHidden\n"
                                         "show w.weather.isHidden\n");
-    EXPECT_THAT(lines, ElementsAre(nullptr, true, nullptr, Json({160, 225}), false, nullptr, nullptr, "Now", nullptr, true, true));
+    EXPECT_THAT(lines,
+                ElementsAre(nullptr, true, nullptr, Json({160, 225}), false, nullptr, nullptr, "Now", nullptr, true, true));
 }

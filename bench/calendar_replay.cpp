@@ -1,4 +1,4 @@
-#include "bench/month_replay.hpp"
+#include "bench/calendar_replay.hpp"
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
 #include "platform/Foundation/NSLog.hpp"
@@ -127,6 +127,7 @@ Replay* replay;
 
 constexpr NSInteger month = 3;
 constexpr NSInteger year = 2014;
+constexpr NSInteger today = 5;
 
 void sendHeader(const Replay& r)
 {
@@ -172,7 +173,7 @@ id sendDate(const Replay& r, id digits)
 void sendLength(const Replay& r, NSInteger shownMonth)
 {
     message<NSInteger>(r.calendar, r.s.getTotalDays);
-    const id digits = format(r.c.string, r.s.stringWithFormat, r.k.dateDigits, NSInteger{15}, shownMonth, year);
+    const id digits = format(r.c.string, r.s.stringWithFormat, r.k.dateDigits, today, shownMonth, year);
     const id date = sendDate(r, digits);
     message<NSRange>(message<id>(r.c.calendar, r.s.currentCalendar), r.s.rangeOfUnit, NSUInteger{16}, NSUInteger{8}, date);
 }
@@ -248,7 +249,7 @@ void sendDays(const Replay& r)
 
 } // namespace
 
-void prepareMonthReplay(id calendar, id* titleSlot)
+void prepareReplay(id calendar, id* titleSlot)
 {
     replay = new Replay{.calendar = calendar, .title = titleSlot, .s = {}, .c = {}, .k = {}, .cells = {}};
     for (int i = 0; i < 42; ++i) {
@@ -258,7 +259,7 @@ void prepareMonthReplay(id calendar, id* titleSlot)
                             .y = 67 + i / 7 * 44.0,
                             .day = day < 1 ? day + 28 : day > 31 ? day - 31 : day,
                             .isGrey = isGrey,
-                            .isToday = !isGrey && day == 15};
+                            .isToday = !isGrey && day == today};
     }
 }
 
