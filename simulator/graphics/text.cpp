@@ -53,25 +53,42 @@ CairoPointer<PangoLayout> lay(const TextSetting& setting, double width)
     return layout;
 }
 
+CGSize sizeOf(PangoLayout* layout)
+{
+    PangoRectangle extent;
+    pango_layout_get_extents(layout, nullptr, &extent);
+    return {static_cast<double>(extent.width) / PANGO_SCALE, static_cast<double>(extent.height) / PANGO_SCALE};
+}
+
+void show(cairo_t* cairo, PangoLayout* layout, CGPoint topLeft, const Colour& colour)
+{
+    cairo_save(cairo);
+    colour.applyTo(cairo);
+    cairo_move_to(cairo, topLeft.x, topLeft.y);
+    pango_cairo_show_layout(cairo, layout);
+    cairo_restore(cairo);
+}
+
 } // namespace
 
 CGSize measureText(const TextSetting& setting, double width)
 {
-    PangoRectangle extent;
-    pango_layout_get_extents(lay(setting, width).get(), nullptr, &extent);
-    return {static_cast<double>(extent.width) / PANGO_SCALE, static_cast<double>(extent.height) / PANGO_SCALE};
+    return sizeOf(lay(setting, width).get());
 }
 
 void drawText(cairo_t* cairo, const TextSetting& setting, CGRect rect, Colour colour)
 {
+    if (!setting.text.empty())
+        show(cairo, lay(setting, rect.size.width).get(), rect.origin, colour);
+}
+
+void drawTextInMiddle(cairo_t* cairo, const TextSetting& setting, CGRect rect, Colour colour)
+{
     if (setting.text.empty())
         return;
     const CairoPointer<PangoLayout> layout = lay(setting, rect.size.width);
-    cairo_save(cairo);
-    colour.applyTo(cairo);
-    cairo_move_to(cairo, rect.origin.x, rect.origin.y);
-    pango_cairo_show_layout(cairo, layout.get());
-    cairo_restore(cairo);
+    rect.origin.y += (rect.size.height - sizeOf(layout.get()).height) / 2;
+    show(cairo, layout.get(), rect.origin, colour);
 }
 
 double lineHeight(const Typeface& face, double fontSize)

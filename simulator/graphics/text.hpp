@@ -24,6 +24,9 @@ CGSize measureText(const TextSetting& setting, double width);
 /// Draws the text with its first line at the rectangle's top left, wrapped at its width.
 void drawText(cairo_t* cairo, const TextSetting& setting, CGRect rect, Colour colour);
 
+/// The same, with its lines in the middle of the rectangle's height.
+void drawTextInMiddle(cairo_t* cairo, const TextSetting& setting, CGRect rect, Colour colour);
+
 /// From the highest to the lowest point of the face's line.
 double lineHeight(const Typeface& face, double fontSize);
 

@@ -85,9 +85,7 @@ void drawRect(UILabel* self, SEL, CGRect rect)
     if (setting.text.empty() || rect.size.width <= 0)
         return;
     setting.fontSize = fittingSize(label, setting, rect.size.width);
-    const double height = measureText(setting, rect.size.width).height;
-    rect.origin.y += (rect.size.height - height) / 2;
-    drawText(currentGraphicsContext()->cairo, setting, rect, colourOf(label.textColor->CGColor()));
+    drawTextInMiddle(currentGraphicsContext()->cairo, setting, rect, colourOf(label.textColor->CGColor()));
 }
 
 CGSize sizeThatFits(UILabel* self, SEL, CGSize size)
