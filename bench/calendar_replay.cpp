@@ -257,7 +257,9 @@ void prepareReplay(id calendar, id* titleSlot)
         const bool isGrey = day < 1 || day > 31;
         replay->cells[i] = {.x = i % 7 * 44.0,
                             .y = 67 + i / 7 * 44.0,
-                            .day = day < 1 ? day + 28 : day > 31 ? day - 31 : day,
+                            .day = day < 1    ? day + 28
+                                   : day > 31 ? day - 31
+                                              : day,
                             .isGrey = isGrey,
                             .isToday = !isGrey && day == today};
     }

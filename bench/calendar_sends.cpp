@@ -49,8 +49,8 @@ NSInteger nothing(id, SEL)
 /// From now on those methods of the calendar that its drawing sends to itself do nothing: the replay sends what they would.
 void emptyMethods()
 {
-    for (const char* name : {"getTotalDaysInCurrentMonth", "getOffsetDays", "goOneMonthBack", "goOneMonthForward",
-                             "plotCellAtX:Y:Day:isGreyDay:"})
+    for (const char* name :
+         {"getTotalDaysInCurrentMonth", "getOffsetDays", "goOneMonthBack", "goOneMonthForward", "plotCellAtX:Y:Day:isGreyDay:"})
         method_setImplementation(class_getInstanceMethod(objc_getClass("APLCalendar"), sel_registerName(name)),
                                  reinterpret_cast<IMP>(&nothing));
 }

@@ -28,7 +28,8 @@ bool comesFromImage(const void* code)
 void record(id receiver, SEL selector, const void* caller)
 {
     if (recording().image != nullptr && comesFromImage(caller))
-        recording().sends.push_back({receiver == nullptr ? "nil" : class_getName(object_getClass(receiver)), sel_getName(selector)});
+        recording().sends.push_back(
+            {receiver == nullptr ? "nil" : class_getName(object_getClass(receiver)), sel_getName(selector)});
 }
 
 template <class Function>

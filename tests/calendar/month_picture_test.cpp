@@ -84,7 +84,8 @@ constexpr Colour todayBottom{0.1, 0.1, 0.8, 0.5};
 Colour todayAt(double share)
 {
     const auto mix = [&](double top, double bottom) { return top + (bottom - top) * share; };
-    return {mix(todayTop.red, todayBottom.red), mix(todayTop.green, todayBottom.green), mix(todayTop.blue, todayBottom.blue), 0.5};
+    return {mix(todayTop.red, todayBottom.red), mix(todayTop.green, todayBottom.green), mix(todayTop.blue, todayBottom.blue),
+            0.5};
 }
 
 } // namespace
