@@ -168,7 +168,7 @@ private:
     {
         const LayerState& state = stateOf(layer);
         if (state.backdrop)
-            drawBackdrop(state);
+            drawBackdrop(state, *state.backdrop);
         drawBackground(cairo_, state);
         drawContents(cairo_, layer);
         cairo_save(cairo_);
@@ -210,19 +210,19 @@ private:
 
     /// All backdrops of a picture show one capture of it, taken and blurred when the first is drawn, so that neighbouring ones
     /// run into each other without a seam.
-    void drawBackdrop(const LayerState& state)
+    void drawBackdrop(const LayerState& state, const LayerBackdrop& backdrop)
     {
         if (state.bounds.size.width <= 0 || state.bounds.size.height <= 0)
             return;
         if (capture_ == nullptr)
-            capture_ = blurredCapture(state.backdrop->blurRadius);
+            capture_ = blurredCapture(backdrop.blurRadius);
         cairo_save(cairo_);
         addRoundedRectangle(cairo_, state.bounds, state.cornerRadius);
         cairo_clip(cairo_);
         cairo_identity_matrix(cairo_);
         cairo_set_source_surface(cairo_, capture_.get(), 0, 0);
         cairo_paint(cairo_);
-        state.backdrop->tint.applyTo(cairo_);
+        backdrop.tint.applyTo(cairo_);
         cairo_paint(cairo_);
         cairo_restore(cairo_);
     }
