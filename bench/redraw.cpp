@@ -35,7 +35,7 @@ constexpr Message messages[] = {
 };
 
 constexpr Colour white{1, 1, 1, 1};
-constexpr Typeface thin{"Inter Display", PANGO_WEIGHT_ULTRALIGHT};
+const Typeface thin{"Inter Display", PANGO_WEIGHT_ULTRALIGHT};
 
 /// The picture's parts, loaded and scaled beforehand as the simulator has them too.
 struct Parts {

@@ -23,7 +23,9 @@ id object(NSObject* self, SEL)
     return self;
 }
 
-void takeInteger(NSObject*, SEL, int) {}
+void takeInteger(NSObject*, SEL, int)
+{
+}
 
 double number(NSObject*, SEL)
 {
