@@ -15,7 +15,7 @@ import time
 DISPLAY_SIZE = (1000, 1300)
 # The strip of help stands below the phone's screen.
 PICTURE_POINTS = (320, 568 + 26)
-PATIENCE = 10
+PATIENCE = 30
 
 
 class Display:
@@ -30,6 +30,12 @@ class Display:
         os.close(writing)
         self.name = ":" + os.read(reading, 16).decode().strip()
         os.close(reading)
+        # The server may take clients before it has laid out its picture.
+        end = time.monotonic() + PATIENCE
+        while not (self.file.exists() and self.file.stat().st_size >= 4 * DISPLAY_SIZE[0] * DISPLAY_SIZE[1]):
+            if time.monotonic() > end:
+                sys.exit("FAILED: the display has a picture")
+            time.sleep(0.05)
 
     def pixels(self):
         data = self.file.read_bytes()
