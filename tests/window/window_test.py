@@ -25,7 +25,7 @@ class Display:
         self.file = folder / "Xvfb_screen0"
         reading, writing = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "%dx%dx24" % DISPLAY_SIZE, "-fbdir", str(folder)],
+            ["Xvfb", "-noreset", "-displayfd", str(writing), "-screen", "0", "%dx%dx24" % DISPLAY_SIZE, "-fbdir", str(folder)],
             pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(writing)
         self.name = ":" + os.read(reading, 16).decode().strip()
