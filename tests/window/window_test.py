@@ -28,8 +28,9 @@ class Display:
             ["Xvfb", "-noreset", "-displayfd", str(writing), "-screen", "0", "%dx%dx24" % DISPLAY_SIZE, "-fbdir", str(folder)],
             pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(writing)
-        self.name = ":" + os.read(reading, 16).decode().strip()
-        os.close(reading)
+        # To the end of the line: the server writes it in pieces, and dies of a pipe that is closed too early.
+        with os.fdopen(reading) as line:
+            self.name = ":" + line.readline().strip()
         # The server may take clients before it has laid out its picture.
         end = time.monotonic() + PATIENCE
         while not (self.file.exists() and self.file.stat().st_size >= 4 * DISPLAY_SIZE[0] * DISPLAY_SIZE[1]):
