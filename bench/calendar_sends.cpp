@@ -91,7 +91,7 @@ bool areEqual(const std::vector<RecordedSend>& drawn, const std::vector<Recorded
     while (index < drawn.size() && index < replayed.size() && drawn[index] == replayed[index])
         ++index;
     if (index == drawn.size() && index == replayed.size()) {
-        std::printf("| drawing a month from scratch | %zu sends | replayed in the same order to the same classes |\n", index);
+        std::printf("| drawing a month from scratch | %zu sends | replayed in the same order to the same classes | |\n", index);
         return true;
     }
     std::fprintf(stderr, "send %zu is %s in the drawing and %s in the replay\n", index, describe(drawn, index),
