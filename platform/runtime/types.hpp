@@ -21,10 +21,10 @@ using Method = objc_method*;
 /// A method's implementation. It is called through a pointer of its real type, never through this one.
 using IMP = void (*)();
 
-#if defined(__APPLE__) && !defined(__arm64__)
-using BOOL = signed char;
-#elif defined(__APPLE__)
+#if defined(__APPLE__) && defined(__LP64__)
 using BOOL = bool;
+#elif defined(__APPLE__)
+using BOOL = signed char;
 #else
 using BOOL = unsigned char;
 #endif

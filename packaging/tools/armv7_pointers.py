@@ -1,0 +1,24 @@
+"""Rewrites the assembly of an armv7 source: `armv7_pointers.py IN OUT`.
+
+The armv7 linker leaves out the fixups of non-lazy symbol pointers; those of ordinary pointers in data it writes. So each
+non-lazy pointer becomes an ordinary one.
+"""
+
+import re
+import sys
+from pathlib import Path
+
+SECTION = "\t.section\t__DATA,__nl_symbol_ptr,non_lazy_symbol_pointers\n"
+POINTER = re.compile(r"\t\.indirect_symbol\t(\S+)\n\t\.long\t0\n")
+
+
+def main():
+    source, result = map(Path, sys.argv[1:])
+    text = source.read_text().replace(SECTION, "\t.section\t__DATA,__const\n")
+    text = POINTER.sub(r"\t.long\t\1\n", text)
+    if ".indirect_symbol" in text or "non_lazy_symbol_pointers" in text:
+        sys.exit(f"{source}: a symbol pointer of unknown form")
+    result.write_text(text)
+
+
+main()

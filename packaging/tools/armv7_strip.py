@@ -1,0 +1,74 @@
+"""Takes the local symbols out of an armv7 library: `armv7_strip.py LIBRARY`.
+
+The armv7 linker keeps them all, and the stripping tools of the other processors' linker move the segments to its own page
+size. The layout follows "OS X ABI Mach-O File Format Reference".
+"""
+
+import struct
+import sys
+from pathlib import Path
+
+HEADER_SIZE = 28
+LC_SEGMENT = 0x1
+LC_SYMTAB = 0x2
+LC_DYSYMTAB = 0xB
+SYMBOL = struct.Struct("<IBBhI")
+NO_SYMBOL = 0x40000000  # in the table of indirect symbols: a local or absolute one
+
+
+def commands(image):
+    """The offset of each load command by its kind; of the segments, the last one's."""
+    offset = HEADER_SIZE
+    found = {}
+    for _ in range(struct.unpack_from("<I", image, 16)[0]):
+        kind, size = struct.unpack_from("<II", image, offset)
+        found[kind] = offset
+        offset += size
+    return found
+
+
+def stripped(image):
+    image = bytearray(image)
+    found = commands(image)
+    link_edit, symtab, dysymtab = found[LC_SEGMENT], found[LC_SYMTAB], found[LC_DYSYMTAB]
+    symbol_offset, count, string_offset, _ = struct.unpack_from("<4I", image, symtab + 8)
+    local_first, local_count, defined_first, defined_count, undefined_first, undefined_count = struct.unpack_from("<6I", image, dysymtab + 8)
+    indirect_offset, indirect_count = struct.unpack_from("<2I", image, dysymtab + 56)
+    if (local_first, defined_first, undefined_first) != (0, local_count, local_count + defined_count):
+        sys.exit("the symbols are not in their usual order")
+    if symbol_offset > min(indirect_offset, string_offset):
+        sys.exit("the symbol table is not the first of its tables")
+
+    symbols = b""
+    strings = b" \0"
+    for number in range(local_count, count):
+        name, *rest = SYMBOL.unpack_from(image, symbol_offset + number * SYMBOL.size)
+        start = string_offset + name
+        symbols += SYMBOL.pack(len(strings), *rest)
+        strings += image[start : image.index(0, start) + 1]
+    strings += bytes(-len(strings) % 4)
+
+    indirect = b""
+    for entry in struct.unpack_from(f"<{indirect_count}I", image, indirect_offset):
+        local = not entry & NO_SYMBOL and entry < local_count
+        indirect += struct.pack("<I", NO_SYMBOL if local else entry if entry & NO_SYMBOL else entry - local_count)
+
+    new_indirect_offset = symbol_offset + len(symbols)
+    new_string_offset = new_indirect_offset + len(indirect)
+    struct.pack_into("<4I", image, symtab + 8, symbol_offset, count - local_count, new_string_offset, len(strings))
+    struct.pack_into("<6I", image, dysymtab + 8, 0, 0, 0, defined_count, defined_count, undefined_count)
+    struct.pack_into("<I", image, dysymtab + 56, new_indirect_offset)
+    result = bytes(image[:symbol_offset]) + symbols + indirect + strings
+
+    result = bytearray(result)
+    file_offset = struct.unpack_from("<I", result, link_edit + 8 + 16 + 8)[0]
+    struct.pack_into("<I", result, link_edit + 8 + 16 + 12, len(result) - file_offset)
+    return bytes(result)
+
+
+def main():
+    library = Path(sys.argv[1])
+    library.write_bytes(stripped(library.read_bytes()))
+
+
+main()
