@@ -36,7 +36,7 @@ function(add_mach_o_object architecture triple source)
 endfunction()
 
 function(add_mach_o_slice architecture triple)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "LINK;STRIP")
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "LINK;FINISH")
     set(objects)
     foreach(source IN LISTS library_sources)
         add_mach_o_object(${architecture} ${triple} ${source})
@@ -47,14 +47,15 @@ function(add_mach_o_slice architecture triple)
     add_custom_command(
         OUTPUT ${slice}
         COMMAND ${arg_LINK} -dylib -install_name ${install_name} -no_function_starts -no_data_in_code_info -o ${slice} ${objects}
-        COMMAND ${arg_STRIP} ${slice}
+        COMMAND ${arg_FINISH} ${slice}
         COMMAND Python3::Interpreter ${packaging_tools}/sign.py org.solvane.Solvane ${slice}
-        DEPENDS ${objects} ${stubs} ${armv7_stubs} ${packaging_tools}/armv7_strip.py ${packaging_tools}/sign.py
+        DEPENDS ${objects} ${stubs} ${armv7_stubs} ${packaging_tools}/armv7_finish.py ${packaging_tools}/sign.py
         COMMENT "Linking and signing Solvane.dylib for ${architecture}"
         VERBATIM)
 endfunction()
 
-# armv7: a linker of an earlier generation, the last one that knows the processor.
+# armv7: a linker of an earlier generation, the last one that knows the processor. What lies between two constants it copies
+# from memory that it has not set: malloc fills that with zeros (the complement of 255), so that each build is the same.
 set(armv7_stubs)
 foreach(stub IN LISTS stubs)
     cmake_path(GET stub STEM stem)
@@ -68,17 +69,17 @@ add_custom_command(
     VERBATIM)
 
 add_mach_o_slice(armv7 armv7-apple-ios7.0
-    LINK ld64.lld.darwinold-13 -arch armv7 -ios_version_min 7.0 -sdk_version 7.0 ${armv7_stubs}
-    STRIP Python3::Interpreter ${packaging_tools}/armv7_strip.py)
+    LINK ${CMAKE_COMMAND} -E env MALLOC_PERTURB_=255 ld64.lld.darwinold-13 -arch armv7 -ios_version_min 7.0 -sdk_version 7.0 ${armv7_stubs}
+    FINISH Python3::Interpreter ${packaging_tools}/armv7_finish.py)
 
 # The others: today's linker. A library outside of the shop is not encrypted, so its code needs no pages of its own.
 set(modern_link -dead_strip -no_adhoc_codesign -no_encryption ${stubs})
 add_mach_o_slice(arm64 arm64-apple-ios7.0
     LINK ld64.lld-19 -arch arm64 -platform_version ios 7.0 7.0 ${modern_link}
-    STRIP llvm-strip-19 -x)
+    FINISH llvm-strip-19 -x)
 add_mach_o_slice(x86_64 x86_64-apple-ios7.0-simulator
     LINK ld64.lld-19 -arch x86_64 -platform_version ios-simulator 7.0 7.0 ${modern_link}
-    STRIP llvm-strip-19 -x)
+    FINISH llvm-strip-19 -x)
 
 set(phone_slices ${mach_o_folder}/armv7/Solvane.dylib ${mach_o_folder}/arm64/Solvane.dylib)
 set(phone_library ${mach_o_folder}/Solvane.dylib)
