@@ -1,6 +1,6 @@
 # The phone on a desk: a SpringBoard process that libraries are injected into, and the tool that posts notifications to it.
 file(GLOB simulator_sources CONFIGURE_DEPENDS
-    simulator/runtime/*.cpp simulator/foundation/*.cpp simulator/graphics/*.cpp simulator/quartzcore/*.cpp
+    simulator/runtime/*.cpp simulator/runtime/macho/*.cpp simulator/runtime/macho/*.S simulator/foundation/*.cpp simulator/graphics/*.cpp simulator/quartzcore/*.cpp
     simulator/uikit/*.cpp simulator/springboard/*.cpp simulator/services/*.cpp)
 file(GLOB console_sources CONFIGURE_DEPENDS simulator/console/*.cpp)
 

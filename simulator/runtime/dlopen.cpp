@@ -1,8 +1,10 @@
 #include <dlfcn.h>
-#include <string_view>
+#include <stdexcept>
 
 #include "platform/runtime/dlopen.hpp"
 #include "simulator/foundation/phone_root.hpp"
+#include "simulator/runtime/Image.hpp"
+#include "simulator/runtime/macho/MachOImage.hpp"
 
 /// Stands in front of the machine's dlopen: a path of the phone that a library of the phone asks for is looked up in the
 /// phone's file tree. Everything else goes to the machine's.
@@ -11,11 +13,14 @@ namespace {
 
 using Open = void* (*)(const char*, int);
 
-bool isFromThePhone(const void* caller)
+/// The image as a handle; null, without a word, when it cannot be loaded.
+void* openMachO(const std::filesystem::path& file)
 {
-    Dl_info image;
-    const std::string& root = simulator::phoneRoot().native();
-    return !root.empty() && dladdr(caller, &image) != 0 && std::string_view(image.dli_fname).starts_with(root);
+    try {
+        return const_cast<simulator::Image*>(&simulator::openImage(file));
+    } catch (const std::runtime_error&) {
+        return nullptr;
+    }
 }
 
 } // namespace
@@ -23,7 +28,8 @@ bool isFromThePhone(const void* caller)
 extern "C" void* dlopen(const char* path, int mode) noexcept
 {
     static const auto machines = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "dlopen"));
-    if (path != nullptr && *path == '/' && isFromThePhone(__builtin_return_address(0)))
-        return machines(simulator::onThisMachine(path).c_str(), mode);
-    return machines(path, mode);
+    if (path == nullptr || *path != '/' || !simulator::isFromThePhone(__builtin_return_address(0)))
+        return machines(path, mode);
+    const auto file = simulator::onThisMachine(path);
+    return simulator::isMachO(file) ? openMachO(file) : machines(file.c_str(), mode);
 }

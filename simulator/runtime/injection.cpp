@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <dlfcn.h>
-#include <elf.h>
-#include <link.h>
+#include <iterator>
+#include <stdexcept>
 
 #include "platform/Foundation/NSArray.hpp"
 #include "platform/Foundation/NSDictionary.hpp"
@@ -18,9 +17,9 @@ namespace {
 
 constexpr const char* libraryFolder = "/Library/MobileSubstrate/DynamicLibraries";
 
-std::vector<link_map*>& injectedLibraries()
+std::vector<const Image*>& injectedLibraries()
 {
-    static std::vector<link_map*> libraries;
+    static std::vector<const Image*> libraries;
     return libraries;
 }
 
@@ -54,33 +53,10 @@ std::vector<std::filesystem::path> librariesForSpringBoard()
 
 void inject(const std::filesystem::path& library)
 {
-    void* const handle = ::dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL);
-    link_map* map = nullptr;
-    if (handle == nullptr || dlinfo(handle, RTLD_DI_LINKMAP, &map) != 0) {
-        std::fprintf(stderr, "springboard: %s was not injected: %s\n", library.c_str(), dlerror());
-        return;
-    }
-    injectedLibraries().push_back(map);
-}
-
-/// The symbols that an ELF library defines for others.
-template <class Visit>
-void forEachExport(const link_map& library, Visit visit)
-{
-    const ElfW(Sym)* symbols = nullptr;
-    const char* names = nullptr;
-    for (const ElfW(Dyn)* entry = library.l_ld; entry->d_tag != DT_NULL; ++entry) {
-        if (entry->d_tag == DT_SYMTAB)
-            symbols = reinterpret_cast<const ElfW(Sym)*>(entry->d_un.d_ptr);
-        else if (entry->d_tag == DT_STRTAB)
-            names = reinterpret_cast<const char*>(entry->d_un.d_ptr);
-    }
-    if (symbols == nullptr || names == nullptr)
-        return;
-    // The linker puts the names right behind the symbols.
-    for (const ElfW(Sym)* symbol = symbols; reinterpret_cast<const char*>(symbol) < names; ++symbol) {
-        if (symbol->st_shndx != SHN_UNDEF && ELF64_ST_BIND(symbol->st_info) == STB_GLOBAL)
-            visit(*symbol, names + symbol->st_name, reinterpret_cast<void*>(library.l_addr + symbol->st_value));
+    try {
+        injectedLibraries().push_back(&openImage(library));
+    } catch (const std::runtime_error& reason) {
+        std::fprintf(stderr, "springboard: %s was not injected: %s\n", library.c_str(), reason.what());
     }
 }
 
@@ -96,30 +72,19 @@ void injectLibraries(const std::vector<std::filesystem::path>& more)
 
 std::optional<ExportedSymbol> exportedSymbol(const std::string& name)
 {
-    std::optional<ExportedSymbol> found;
-    for (const link_map* library : injectedLibraries()) {
-        forEachExport(*library, [&](const ElfW(Sym)& symbol, const char* symbolName, void* address) {
-            const auto type = ELF64_ST_TYPE(symbol.st_info);
-            if (found || name != symbolName)
-                return;
-            if (type == STT_OBJECT)
-                found = {name, address, ExportedSymbol::Kind::variable};
-            else if (type == STT_FUNC)
-                found = {name, address, ExportedSymbol::Kind::function};
-        });
+    for (const Image* library : injectedLibraries()) {
+        const auto found = std::ranges::find(library->exports(), name, &ExportedSymbol::name);
+        if (found != library->exports().end())
+            return *found;
     }
-    return found;
+    return std::nullopt;
 }
 
 std::vector<ExportedSymbol> exportedVariables()
 {
     std::vector<ExportedSymbol> variables;
-    for (const link_map* library : injectedLibraries()) {
-        forEachExport(*library, [&](const ElfW(Sym)& symbol, const char* name, void* address) {
-            if (ELF64_ST_TYPE(symbol.st_info) == STT_OBJECT && symbol.st_size == sizeof(id))
-                variables.push_back({name, address, ExportedSymbol::Kind::variable});
-        });
-    }
+    for (const Image* library : injectedLibraries())
+        std::ranges::copy_if(library->exports(), std::back_inserter(variables), &ExportedSymbol::canHoldObject);
     return variables;
 }
 

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "simulator/runtime/Image.hpp"
+
 /// The loader that injects libraries into SpringBoard.
 namespace simulator {
 
@@ -12,13 +14,6 @@ namespace simulator {
 /// names "com.apple.springboard", in alphabetical order, then those of `more`, in theirs. A library that cannot be loaded
 /// is reported on standard error and passed over.
 void injectLibraries(const std::vector<std::filesystem::path>& more);
-
-struct ExportedSymbol {
-    enum class Kind { variable, function };
-    std::string name;
-    void* address;
-    Kind kind;
-};
 
 /// A symbol that an injected library exports, the first library's first.
 std::optional<ExportedSymbol> exportedSymbol(const std::string& name);

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// A library in this process, whatever the form of its file.
+namespace simulator {
+
+struct ExportedSymbol {
+    enum class Kind { variable, function };
+    std::string name;
+    void* address;
+    Kind kind;
+    /// Of an object's pointer size, as far as the file tells sizes.
+    bool canHoldObject;
+};
+
+class Image {
+public:
+    virtual ~Image() = default;
+    /// The symbols that the library defines for others.
+    virtual const std::vector<ExportedSymbol>& exports() const = 0;
+};
+
+/// Loads the library in that file and runs its initialisers: a Mach-O library for this processor, as the phone's loader does,
+/// or one of the machine's own. A library that is loaded already is given again. Throws std::runtime_error with the reason
+/// when it cannot be loaded; nothing of it stays then. An image lives until the process ends.
+const Image& openImage(const std::filesystem::path& file);
+
+/// Whether that code lies in a library out of the simulated phone's file tree.
+bool isFromThePhone(const void* code);
+
+} // namespace simulator

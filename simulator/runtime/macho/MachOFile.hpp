@@ -1,0 +1,61 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "simulator/runtime/macho/Bytes.hpp"
+#include "simulator/runtime/macho/format.hpp"
+
+namespace simulator::macho {
+
+/// Pages of memory, given back in the end.
+class Pages {
+public:
+    Pages() = default;
+    /// As mmap(2) does it; throws std::system_error.
+    Pages(std::size_t size, int protection, int flags, int descriptor);
+    Pages(const Pages&) = delete;
+    Pages& operator=(const Pages&) = delete;
+    Pages(Pages&& other) noexcept;
+    Pages& operator=(Pages&& other) noexcept;
+    ~Pages();
+
+    std::byte* data() const { return first_; }
+    std::size_t size() const { return size_; }
+
+private:
+    std::byte* first_ = nullptr;
+    std::size_t size_ = 0;
+};
+
+/// A Mach-O library on disk: its slice for this processor, read and checked, its code signature included.
+class MachOFile {
+public:
+    /// Throws std::runtime_error with the reason when the file is not such a library.
+    explicit MachOFile(const std::filesystem::path& path);
+
+    Bytes slice() const { return slice_; }
+    const std::vector<SegmentCommand>& segments() const { return segments_; }
+    const std::vector<Section>& sections() const { return sections_; }
+    /// The names of the libraries whose symbols it uses, in the order in which its instructions count them, from 1.
+    const std::vector<std::string>& libraries() const { return libraries_; }
+
+    Bytes rebaseInstructions() const { return part(info_.rebase); }
+    Bytes bindInstructions() const { return part(info_.bind); }
+    Bytes lazyBindInstructions() const { return part(info_.lazyBind); }
+    Bytes exportsTrie() const { return part(info_.exports); }
+
+private:
+    Bytes part(FileRange range) const { return slice_.part(range.offset, range.size); }
+    void readSegment(std::size_t offset);
+
+    Pages file_;
+    Bytes slice_;
+    std::vector<SegmentCommand> segments_;
+    std::vector<Section> sections_;
+    std::vector<std::string> libraries_;
+    DyldInfoCommand info_{};
+};
+
+} // namespace simulator::macho

@@ -1,0 +1,330 @@
+#include "simulator/runtime/macho/MachOImage.hpp"
+
+#include <algorithm>
+#include <dlfcn.h>
+#include <fstream>
+#include <functional>
+#include <limits>
+#include <sys/mman.h>
+
+#include "simulator/runtime/macho/phone_entry_points.hpp"
+#include "simulator/runtime/macho/unwind_tables.hpp"
+
+namespace simulator {
+
+namespace {
+
+using namespace macho;
+
+/// Larger than the pages of any of the processors.
+constexpr std::size_t pageSize = 0x4000;
+
+constexpr std::size_t wholePages(std::size_t size)
+{
+    return (size + pageSize - 1) / pageSize * pageSize;
+}
+
+[[noreturn]] void failOnInstruction()
+{
+    throw std::runtime_error("it has a loading instruction that is unknown or out of place");
+}
+
+/// The segments of a file in memory, writable as long as they are being prepared.
+class Segments {
+public:
+    explicit Segments(const MachOFile& file) : file_(file)
+    {
+        std::size_t end = 0;
+        for (const SegmentCommand& segment : file.segments()) {
+            if (segment.memorySize > std::numeric_limits<std::uint32_t>::max() ||
+                segment.address > std::numeric_limits<std::uint32_t>::max())
+                throw std::runtime_error("a segment does not fit into memory");
+            end = std::max<std::size_t>(end, segment.address + segment.memorySize);
+        }
+        pages_ = Pages(wholePages(end), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1);
+        for (const SegmentCommand& segment : file.segments()) {
+            const Bytes content = file.slice().part(segment.fileOffset, segment.fileSize);
+            std::memcpy(pages_.data() + segment.address, content.data(), content.size());
+        }
+    }
+
+    /// A library is linked to be at address 0.
+    std::byte* at(Word address) const { return pages_.data() + address; }
+
+    /// Where a pointer lies: in one of the segments.
+    std::byte* pointerAt(Word address) const
+    {
+        if (address > pages_.size() || pages_.size() - address < sizeof(Word))
+            throw std::runtime_error("a pointer lies outside of its segments");
+        return at(address);
+    }
+    std::byte* pointerAt(std::size_t segment, Word offset) const
+    {
+        if (segment >= file_.segments().size())
+            failOnInstruction();
+        return pointerAt(file_.segments()[segment].address + offset);
+    }
+
+    /// Gives the pages over, protected as the file demands.
+    Pages protect()
+    {
+        for (const SegmentCommand& segment : file_.segments()) {
+            int protection = PROT_NONE;
+            protection |= (segment.protection & readable) != 0 ? PROT_READ : 0;
+            protection |= (segment.protection & writable) != 0 ? PROT_WRITE : 0;
+            protection |= (segment.protection & executable) != 0 ? PROT_EXEC : 0;
+            auto* const first = reinterpret_cast<char*>(at(segment.address));
+            __builtin___clear_cache(first, first + segment.memorySize);
+            if (::mprotect(first, segment.memorySize, protection) != 0)
+                throw std::runtime_error("a segment does not begin at a page");
+        }
+        return std::move(pages_);
+    }
+
+private:
+    const MachOFile& file_;
+    Pages pages_;
+};
+
+Word load(const std::byte* pointer)
+{
+    Word value;
+    std::memcpy(&value, pointer, sizeof value);
+    return value;
+}
+
+void store(std::byte* pointer, Word value)
+{
+    std::memcpy(pointer, &value, sizeof value);
+}
+
+/// Adds to each pointer into the library where the library has come to lie.
+void rebase(const MachOFile& file, const Segments& segments)
+{
+    Reader instructions(file.rebaseInstructions());
+    std::size_t segment = 0;
+    Word offset = 0;
+    const auto rebaseTimes = [&](std::uint64_t count, Word skipped) {
+        for (std::uint64_t i = 0; i < count; ++i) {
+            std::byte* const pointer = segments.pointerAt(segment, offset);
+            store(pointer, load(pointer) + reinterpret_cast<Word>(segments.at(0)));
+            offset += sizeof(Word) + skipped;
+        }
+    };
+    while (!instructions.atEnd()) {
+        const std::uint8_t instruction = instructions.byte();
+        const std::uint8_t immediate = instruction & static_cast<std::uint8_t>(~opcodeMask);
+        switch (instruction & opcodeMask) {
+        case REBASE_DONE:
+            return;
+        case REBASE_SET_TYPE:
+            if (immediate != pointerType)
+                failOnInstruction();
+            break;
+        case REBASE_SET_SEGMENT_AND_OFFSET:
+            segment = immediate;
+            offset = instructions.number();
+            break;
+        case REBASE_ADD_ADDRESS:
+            offset += instructions.number();
+            break;
+        case REBASE_ADD_ADDRESS_SCALED:
+            offset += immediate * sizeof(Word);
+            break;
+        case REBASE_TIMES_IMMEDIATE:
+            rebaseTimes(immediate, 0);
+            break;
+        case REBASE_TIMES:
+            rebaseTimes(instructions.number(), 0);
+            break;
+        case REBASE_ADD_ADDRESS_AFTER:
+            rebaseTimes(1, instructions.number());
+            break;
+        case REBASE_TIMES_SKIPPING: {
+            const std::uint64_t count = instructions.number();
+            rebaseTimes(count, instructions.number());
+            break;
+        }
+        default:
+            failOnInstruction();
+        }
+    }
+}
+
+/// The symbol of this process, which stands for all of the phone's libraries; null when there is none.
+void* resolve(const std::string& symbol)
+{
+    if (!symbol.starts_with('_'))
+        return phoneEntryPoint(symbol);
+    const std::string name = symbol.substr(1);
+    void* const found = phoneEntryPoint(name);
+    return found != nullptr ? found : dlsym(RTLD_DEFAULT, name.c_str());
+}
+
+/// Writes the addresses of the symbols that the library takes from others.
+void bind(Bytes bytes, const MachOFile& file, const Segments& segments)
+{
+    Reader instructions(bytes);
+    std::size_t library = 0;
+    std::string symbol;
+    bool mayBeMissing = false;
+    std::int64_t addend = 0;
+    std::size_t segment = 0;
+    Word offset = 0;
+    const auto bindOnce = [&](Word skipped) {
+        void* const address = resolve(symbol);
+        if (address == nullptr && !mayBeMissing)
+            throw std::runtime_error(
+                "the symbol " + symbol + " is missing" +
+                (library >= 1 && library <= file.libraries().size() ? " in " + file.libraries()[library - 1] : ""));
+        store(segments.pointerAt(segment, offset), reinterpret_cast<Word>(address) + static_cast<Word>(addend));
+        offset += sizeof(Word) + skipped;
+    };
+    while (!instructions.atEnd()) {
+        const std::uint8_t instruction = instructions.byte();
+        const std::uint8_t immediate = instruction & static_cast<std::uint8_t>(~opcodeMask);
+        switch (instruction & opcodeMask) {
+        case BIND_DONE:
+            break; // Lazy ones have one each.
+        case BIND_SET_LIBRARY_IMMEDIATE:
+            library = immediate;
+            break;
+        case BIND_SET_LIBRARY:
+            library = instructions.number();
+            break;
+        case BIND_SET_LIBRARY_SPECIAL:
+            library = 0;
+            break;
+        case BIND_SET_SYMBOL:
+            mayBeMissing = (immediate & weakImport) != 0;
+            symbol = instructions.text();
+            break;
+        case BIND_SET_TYPE:
+            if (immediate != pointerType)
+                failOnInstruction();
+            break;
+        case BIND_SET_ADDEND:
+            addend = instructions.signedNumber();
+            break;
+        case BIND_SET_SEGMENT_AND_OFFSET:
+            segment = immediate;
+            offset = instructions.number();
+            break;
+        case BIND_ADD_ADDRESS:
+            offset += instructions.number();
+            break;
+        case BIND:
+            bindOnce(0);
+            break;
+        case BIND_ADD_ADDRESS_AFTER:
+            bindOnce(instructions.number());
+            break;
+        case BIND_ADD_ADDRESS_SCALED_AFTER:
+            bindOnce(immediate * sizeof(Word));
+            break;
+        case BIND_TIMES_SKIPPING: {
+            const std::uint64_t count = instructions.number();
+            const Word skipped = instructions.number();
+            for (std::uint64_t i = 0; i < count; ++i)
+                bindOnce(skipped);
+            break;
+        }
+        default:
+            failOnInstruction();
+        }
+    }
+}
+
+/// Visits each name of an exports trie with the address, relative to the library, that it stands for.
+void forEachExport(Bytes trie, std::size_t node, const std::string& name,
+                   const std::function<void(const std::string&, Word)>& visit)
+{
+    Reader reader(trie, node);
+    const std::uint64_t size = reader.number();
+    const std::size_t content = reader.offset();
+    if (size != 0) {
+        [[maybe_unused]] const std::uint64_t flags = reader.number();
+        visit(name, reader.number());
+    }
+    Reader children(trie, content + size);
+    for (std::uint8_t count = children.byte(); count != 0; --count) {
+        const std::string longer = name + children.text();
+        const std::size_t child = children.number();
+        // Each step adds to the name, or the walk would not come to an end.
+        if (longer.size() == name.size() || longer.size() > trie.size())
+            throw std::runtime_error("its table of exports is damaged");
+        forEachExport(trie, child, longer, visit);
+    }
+}
+
+bool isCode(const MachOFile& file, Word address)
+{
+    return std::ranges::any_of(file.segments(), [address](const SegmentCommand& segment) {
+        return (segment.protection & executable) != 0 && address - segment.address < segment.memorySize;
+    });
+}
+
+std::vector<ExportedSymbol> readExports(const MachOFile& file, const Segments& segments)
+{
+    std::vector<ExportedSymbol> exports;
+    if (file.exportsTrie().size() == 0)
+        return exports;
+    forEachExport(file.exportsTrie(), 0, "", [&](const std::string& symbol, Word address) {
+        const bool isFunction = isCode(file, address);
+        exports.push_back({symbol.starts_with('_') ? symbol.substr(1) : symbol, segments.at(address),
+                           isFunction ? ExportedSymbol::Kind::function : ExportedSymbol::Kind::variable, !isFunction});
+    });
+    return exports;
+}
+
+std::vector<void (*)()> readInitialisers(const MachOFile& file, const Segments& segments)
+{
+    std::vector<void (*)()> initialisers;
+    for (const Section& section : file.sections()) {
+        if ((section.flags & sectionTypeMask) != moduleInitialisers)
+            continue;
+        for (Word offset = 0; offset < section.size; offset += sizeof(Word))
+            initialisers.push_back(reinterpret_cast<void (*)()>(load(segments.pointerAt(section.address + offset))));
+    }
+    return initialisers;
+}
+
+} // namespace
+
+bool isMachO(const std::filesystem::path& file)
+{
+    std::uint32_t number = 0;
+    std::ifstream(file, std::ios::binary).read(reinterpret_cast<char*>(&number), sizeof number);
+    return number == magic32 || number == magic64 || number == __builtin_bswap32(fatMagic);
+}
+
+MachOImage::MachOImage(const std::filesystem::path& file) : MachOImage(MachOFile(file))
+{
+}
+
+MachOImage::MachOImage(const MachOFile& file)
+{
+    Segments segments(file);
+    rebase(file, segments);
+    bind(file.bindInstructions(), file, segments);
+    bind(file.lazyBindInstructions(), file, segments);
+    exports_ = readExports(file, segments);
+    initialisers_ = readInitialisers(file, segments);
+    const std::byte* const start = segments.at(0);
+    memory_ = segments.protect();
+    registerUnwindTables(file, start);
+}
+
+void MachOImage::runInitialisers()
+{
+    for (const auto initialiser : initialisers_)
+        initialiser();
+}
+
+bool MachOImage::contains(const void* address) const
+{
+    const auto* const byte = static_cast<const std::byte*>(address);
+    return std::less_equal<>()(memory_.data(), byte) && std::less<>()(byte, memory_.data() + memory_.size());
+}
+
+} // namespace simulator

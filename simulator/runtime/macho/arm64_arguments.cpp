@@ -1,0 +1,191 @@
+#if defined(__aarch64__)
+
+#include "simulator/runtime/macho/arm64_arguments.hpp"
+
+#include <bit>
+#include <cstdarg>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <mutex>
+#include <string_view>
+#include <sys/mman.h>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/Foundation/NSString.hpp"
+#include "platform/Substrate/MSHookMessageEx.hpp"
+#include "platform/runtime/objc.hpp"
+
+extern "C" {
+void NSLogv(NSString* format, va_list arguments);
+const char* objc_skip_argspec(const char* type);
+const char* objc_skip_type_qualifiers(const char* type);
+int objc_sizeof_type(const char* type);
+
+[[gnu::visibility("hidden")]] void phoneStringWithFormat();
+}
+
+namespace {
+
+/// The machine's list of variable arguments ("Procedure Call Standard for the Arm 64-bit Architecture"). With nothing left in
+/// the areas of saved registers, every argument comes from the stack, in 8 bytes each: there the phone's callers put them.
+struct ArgumentList {
+    void* stack;
+    void* generalTop = nullptr;
+    void* vectorTop = nullptr;
+    int generalOffset = 0;
+    int vectorOffset = 0;
+};
+
+va_list& argumentsAt(ArgumentList& list)
+{
+    static_assert(sizeof(va_list) == sizeof(ArgumentList));
+    return reinterpret_cast<va_list&>(list);
+}
+
+} // namespace
+
+// For the assembly.
+extern "C" {
+[[gnu::visibility("hidden")]] NSString* phoneStringWithFormatArguments(Class cls, SEL, NSString* format, void* stack)
+{
+    ArgumentList list{stack};
+    NSString* const text = send<"alloc", NSString*>(cls);
+    return send<"autorelease", NSString*>(send<"initWithFormat:arguments:", NSString*>(text, format, argumentsAt(list)));
+}
+
+[[gnu::visibility("hidden")]] void phoneLogArguments(NSString* format, void* stack)
+{
+    ArgumentList list{stack};
+    NSLogv(format, argumentsAt(list));
+}
+}
+
+namespace simulator {
+
+namespace {
+
+constexpr unsigned generalRegisters = 8;
+
+/// The instruction that extends a general register as an argument of that type demands; 0 for a type that needs none.
+std::uint32_t extending(char type, unsigned number)
+{
+    constexpr std::uint32_t unsigned8 = 0x53001c00;
+    constexpr std::uint32_t unsigned16 = 0x53003c00;
+    constexpr std::uint32_t signed8 = 0x13001c00;
+    constexpr std::uint32_t signed16 = 0x13003c00;
+    const std::uint32_t registers = number << 5 | number;
+    switch (type) {
+    case 'B':
+    case 'C':
+        return unsigned8 | registers;
+    case 'c':
+        return signed8 | registers;
+    case 'S':
+        return unsigned16 | registers;
+    case 's':
+        return signed16 | registers;
+    default:
+        return 0;
+    }
+}
+
+/// How many general registers an argument takes; 0 for one in vector registers.
+unsigned generalRegistersFor(const char* type)
+{
+    if (*type == 'f' || *type == 'd')
+        return 0;
+    if (*type != '{')
+        return 1;
+    const std::string_view whole(type, static_cast<std::size_t>(objc_skip_argspec(type) - type));
+    const bool isOfFloatingPoint = whole.find_first_of("cCsSiIlLqQB@#:*^", whole.rfind('=')) == std::string_view::npos;
+    const auto size = static_cast<unsigned>(objc_sizeof_type(type));
+    if (isOfFloatingPoint && size <= 4 * sizeof(double))
+        return 0;
+    return size <= 8 || size > 16 ? 1 : 2;
+}
+
+/// The instructions that extend the arguments of a method of these types.
+std::vector<std::uint32_t> extendingArguments(const char* types)
+{
+    std::vector<std::uint32_t> instructions;
+    unsigned number = 0;
+    for (const char* type = objc_skip_argspec(types); *type != '\0'; type = objc_skip_argspec(type)) {
+        const char* const plain = objc_skip_type_qualifiers(type);
+        if (const std::uint32_t instruction = extending(*plain, number)) {
+            if (number >= generalRegisters) {
+                std::fprintf(stderr, "springboard: a method of the phone takes a small argument on the stack (%s)\n", types);
+                std::abort();
+            }
+            instructions.push_back(instruction);
+        }
+        number += generalRegistersFor(plain);
+    }
+    return instructions;
+}
+
+/// Memory for instructions made here, which stay until the process ends.
+std::uint32_t* placeForCode(std::size_t instructionCount)
+{
+    constexpr std::size_t pageSize = 0x10000;
+    static std::uint32_t* next = nullptr;
+    static std::uint32_t* end = nullptr;
+    if (next == nullptr || static_cast<std::size_t>(end - next) < instructionCount) {
+        void* const page = ::mmap(nullptr, pageSize, PROT_READ | PROT_WRITE | PROT_EXEC, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (page == MAP_FAILED) {
+            std::perror("springboard: no memory");
+            std::abort();
+        }
+        next = static_cast<std::uint32_t*>(page);
+        end = next + pageSize / sizeof *next;
+    }
+    return std::exchange(next, next + instructionCount);
+}
+
+/// The implementation itself, or code that extends the small arguments and goes on in it.
+IMP withExtendedArguments(IMP implementation, const char* types)
+{
+    std::vector<std::uint32_t> code = extendingArguments(types);
+    if (code.empty() || implementation == nullptr)
+        return implementation;
+    constexpr std::uint32_t loadX16FromBehind = 0x58000050;
+    constexpr std::uint32_t branchToX16 = 0xd61f0200;
+    code.push_back(loadX16FromBehind);
+    code.push_back(branchToX16);
+    const auto address = std::bit_cast<std::uint64_t>(implementation);
+    code.push_back(static_cast<std::uint32_t>(address));
+    code.push_back(static_cast<std::uint32_t>(address >> 32));
+
+    static std::mutex mutex;
+    const std::lock_guard lock(mutex);
+    std::uint32_t* const place = placeForCode(code.size());
+    std::memcpy(place, code.data(), code.size() * sizeof code.front());
+    __builtin___clear_cache(reinterpret_cast<char*>(place), reinterpret_cast<char*>(place + code.size()));
+    return reinterpret_cast<IMP>(place);
+}
+
+} // namespace
+
+IMP variadicBridge(SEL name)
+{
+    static const SEL stringWithFormat = ::selector<"stringWithFormat:">();
+    return name == stringWithFormat ? &phoneStringWithFormat : nullptr;
+}
+
+BOOL addMethodOfThePhone(Class cls, SEL selector, IMP implementation, const char* types)
+{
+    return class_addMethod(cls, selector, withExtendedArguments(implementation, types), types);
+}
+
+void hookMessageForThePhone(Class cls, SEL selector, IMP replacement, IMP* previous)
+{
+    const Method method = cls == nullptr ? nullptr : class_getInstanceMethod(cls, selector);
+    if (method != nullptr)
+        MSHookMessageEx(cls, selector, withExtendedArguments(replacement, method_getTypeEncoding(method)), previous);
+}
+
+} // namespace simulator
+
+#endif

@@ -1,0 +1,142 @@
+#include "simulator/runtime/macho/phone_entry_points.hpp"
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <unordered_map>
+
+#include "platform/runtime/objc.hpp"
+#include "platform/runtime/send.hpp"
+#if defined(__aarch64__)
+#include "simulator/runtime/macho/arm64_arguments.hpp"
+#endif
+
+extern "C" const char* objc_skip_type_qualifiers(const char* type);
+
+namespace {
+
+/// How a result of less than 32 bits is to be extended; the assembly knows the numbers.
+enum class Extension : std::uintptr_t { none, unsigned8, signed8, unsigned16, signed16 };
+
+Extension extensionFor(const char* resultType)
+{
+    switch (*objc_skip_type_qualifiers(resultType)) {
+    case 'B':
+    case 'C':
+        return Extension::unsigned8;
+    case 'c':
+        return Extension::signed8;
+    case 'S':
+        return Extension::unsigned16;
+    case 's':
+        return Extension::signed16;
+    default:
+        return Extension::none;
+    }
+}
+
+/// What a send is to call.
+struct Target {
+    IMP implementation;
+    Extension extension;
+};
+
+Target targetFor(IMP implementation, Class cls, SEL selector)
+{
+    thread_local std::unordered_map<IMP, Extension> known;
+    const auto found = known.find(implementation);
+    if (found != known.end())
+        return {implementation, found->second};
+    const Method method = class_getInstanceMethod(cls, selector);
+    // One implementation forwards all the messages that have no method.
+    if (method == nullptr)
+        return {implementation, Extension::none};
+    const Extension extension = extensionFor(method_getTypeEncoding(method));
+    known.emplace(implementation, extension);
+    return {implementation, extension};
+}
+
+} // namespace
+
+// For the assembly.
+extern "C" {
+[[gnu::visibility("hidden")]] Target phoneSendTarget(id receiver, SEL selector)
+{
+#if defined(__aarch64__)
+    if (const IMP bridge = simulator::variadicBridge(selector))
+        return {bridge, Extension::none};
+#endif
+    const IMP implementation = objc_msg_lookup(receiver, selector);
+    return targetFor(implementation, object_getClass(receiver), selector);
+}
+
+[[gnu::visibility("hidden")]] Target phoneSuperSendTarget(objc_super* receiver, SEL selector)
+{
+    return targetFor(objc_msg_lookup_super(receiver, selector), receiver->superclass, selector);
+}
+
+[[gnu::visibility("hidden")]] void phone_objc_msgSend();
+[[gnu::visibility("hidden")]] void phone_objc_msgSendSuper();
+#if !defined(__aarch64__)
+[[gnu::visibility("hidden")]] void phone_objc_msgSend_stret();
+[[gnu::visibility("hidden")]] void phone_objc_msgSendSuper_stret();
+#endif
+}
+
+namespace simulator {
+
+namespace {
+
+std::uintptr_t stackGuard = 0x0a0dff00;
+
+[[noreturn]] void stackWasSmashed()
+{
+    std::fputs("springboard: a library of the phone wrote beyond its stack frame\n", stderr);
+    std::abort();
+}
+
+[[noreturn]] void bindLazily()
+{
+    std::fputs("springboard: a library of the phone calls a function that was not bound\n", stderr);
+    std::abort();
+}
+
+struct EntryPoint {
+    std::string_view name;
+    void* address;
+};
+
+template <class Function>
+EntryPoint entryPoint(std::string_view name, Function* function)
+{
+    return {name, reinterpret_cast<void*>(function)};
+}
+
+} // namespace
+
+void* phoneEntryPoint(std::string_view name)
+{
+    static const EntryPoint entryPoints[] = {
+        entryPoint("objc_msgSend", &phone_objc_msgSend),
+        entryPoint("objc_msgSendSuper", &phone_objc_msgSendSuper),
+#if defined(__aarch64__)
+        entryPoint("NSLog", &phoneLog),
+        entryPoint("class_addMethod", &addMethodOfThePhone),
+        entryPoint("MSHookMessageEx", &hookMessageForThePhone),
+#else
+        entryPoint("objc_msgSend_stret", &phone_objc_msgSend_stret),
+        entryPoint("objc_msgSendSuper_stret", &phone_objc_msgSendSuper_stret),
+#endif
+        entryPoint("__stack_chk_guard", &stackGuard),
+        entryPoint("__stack_chk_fail", &stackWasSmashed),
+        // The loader binds every symbol at once.
+        entryPoint("dyld_stub_binder", &bindLazily),
+    };
+    for (const auto& [known, address] : entryPoints) {
+        if (known == name)
+            return address;
+    }
+    return nullptr;
+}
+
+} // namespace simulator
