@@ -5,10 +5,9 @@
 #include <link.h>
 #include <map>
 #include <stdexcept>
-#include <string_view>
 
-#include "simulator/foundation/phone_root.hpp"
 #include "simulator/runtime/macho/MachOImage.hpp"
+#include "simulator/runtime/macho/phone_entry_points.hpp"
 
 namespace simulator {
 
@@ -83,18 +82,16 @@ const Image& openImage(const std::filesystem::path& file)
     return image;
 }
 
-bool isFromThePhone(const void* code)
+std::filesystem::path fileOfCode(const void* code)
 {
-    const std::string& root = phoneRoot().native();
-    if (root.empty())
-        return false;
+    const void* const own = implementationBehind(code);
     for (const auto& [path, image] : images()) {
         const auto* const library = dynamic_cast<const MachOImage*>(image.get());
-        if (library != nullptr && library->contains(code))
-            return path.native().starts_with(root);
+        if (library != nullptr && library->contains(own))
+            return path;
     }
     Dl_info image;
-    return dladdr(code, &image) != 0 && std::string_view(image.dli_fname).starts_with(root);
+    return dladdr(own, &image) != 0 ? image.dli_fname : "";
 }
 
 } // namespace simulator

@@ -29,7 +29,8 @@ public:
 /// when it cannot be loaded; nothing of it stays then. An image lives until the process ends.
 const Image& openImage(const std::filesystem::path& file);
 
-/// Whether that code lies in a library out of the simulated phone's file tree.
-bool isFromThePhone(const void* code);
+/// The file of the library in which that code lies, empty when there is none; for an implementation of a method, the file of
+/// the library whose implementation it is.
+std::filesystem::path fileOfCode(const void* code);
 
 } // namespace simulator

@@ -13,6 +13,12 @@ namespace {
 
 using Open = void* (*)(const char*, int);
 
+bool isFromThePhone(const void* caller)
+{
+    const std::string& root = simulator::phoneRoot().native();
+    return !root.empty() && simulator::fileOfCode(caller).native().starts_with(root);
+}
+
 /// The image as a handle; null, without a word, when it cannot be loaded.
 void* openMachO(const std::filesystem::path& file)
 {
@@ -28,7 +34,7 @@ void* openMachO(const std::filesystem::path& file)
 extern "C" void* dlopen(const char* path, int mode) noexcept
 {
     static const auto machines = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "dlopen"));
-    if (path == nullptr || *path != '/' || !simulator::isFromThePhone(__builtin_return_address(0)))
+    if (path == nullptr || *path != '/' || !isFromThePhone(__builtin_return_address(0)))
         return machines(path, mode);
     const auto file = simulator::onThisMachine(path);
     return simulator::isMachO(file) ? openMachO(file) : machines(file.c_str(), mode);

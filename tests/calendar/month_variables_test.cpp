@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gmock/gmock.h>
 
 #include "tests/calendar/MonthCalendar.hpp"
@@ -117,8 +118,12 @@ TEST(MonthCalendarClass, DeclaresItsMethodsByTheirTypes)
         {"getCalenderEventsForDay:", "@@:@"},
         {"getStringFromDate:", "@@:@"},
     };
-    for (const Declared& method : declared)
-        EXPECT_EQ(encodingOf(method.selector), method.types) << method.selector;
+    for (const Declared& method : declared) {
+        std::string types = encodingOf(method.selector);
+        // BOOL is a type of its own on some platforms and a byte on others.
+        std::ranges::replace(types, 'B', 'C');
+        EXPECT_EQ(types, method.types) << method.selector;
+    }
 }
 
 TEST(NewMonthCalendar, IsThreeHundredAndTwentyPointsWideAndHigh)

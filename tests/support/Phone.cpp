@@ -2,10 +2,8 @@
 
 #include <cstdlib>
 #include <ctime>
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <stdexcept>
-#include <string_view>
 
 #include "simulator/foundation/clock.hpp"
 #include "simulator/foundation/phone_root.hpp"
@@ -54,8 +52,7 @@ NSString* text(const std::string& utf8)
 
 bool isInLibrary(const void* code)
 {
-    Dl_info image;
-    return dladdr(code, &image) != 0 && std::string_view(image.dli_fname).ends_with("/Solvane.dylib");
+    return simulator::fileOfCode(code).filename() == "Solvane.dylib";
 }
 
 NSUInteger retainCount(NSObject* object)

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <sys/mman.h>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/Foundation/NSString.hpp"
@@ -144,6 +145,18 @@ std::uint32_t* placeForCode(std::size_t instructionCount)
     return std::exchange(next, next + instructionCount);
 }
 
+struct Extenders {
+    std::mutex mutex;
+    /// By the code that was made for them.
+    std::unordered_map<const void*, const void*> implementations;
+};
+
+Extenders& extenders()
+{
+    static auto& made = *new Extenders;
+    return made;
+}
+
 /// The implementation itself, or code that extends the small arguments and goes on in it.
 IMP withExtendedArguments(IMP implementation, const char* types)
 {
@@ -158,11 +171,11 @@ IMP withExtendedArguments(IMP implementation, const char* types)
     code.push_back(static_cast<std::uint32_t>(address));
     code.push_back(static_cast<std::uint32_t>(address >> 32));
 
-    static std::mutex mutex;
-    const std::lock_guard lock(mutex);
+    const std::lock_guard lock(extenders().mutex);
     std::uint32_t* const place = placeForCode(code.size());
     std::memcpy(place, code.data(), code.size() * sizeof code.front());
     __builtin___clear_cache(reinterpret_cast<char*>(place), reinterpret_cast<char*>(place + code.size()));
+    extenders().implementations.emplace(place, reinterpret_cast<const void*>(implementation));
     return reinterpret_cast<IMP>(place);
 }
 
@@ -184,6 +197,13 @@ void hookMessageForThePhone(Class cls, SEL selector, IMP replacement, IMP* previ
     const Method method = cls == nullptr ? nullptr : class_getInstanceMethod(cls, selector);
     if (method != nullptr)
         MSHookMessageEx(cls, selector, withExtendedArguments(replacement, method_getTypeEncoding(method)), previous);
+}
+
+const void* withoutExtendedArguments(const void* code)
+{
+    const std::lock_guard lock(extenders().mutex);
+    const auto found = extenders().implementations.find(code);
+    return found != extenders().implementations.end() ? found->second : code;
 }
 
 } // namespace simulator

@@ -139,4 +139,13 @@ void* phoneEntryPoint(std::string_view name)
     return nullptr;
 }
 
+const void* implementationBehind(const void* code)
+{
+#if defined(__aarch64__)
+    return withoutExtendedArguments(code);
+#else
+    return code;
+#endif
+}
+
 } // namespace simulator

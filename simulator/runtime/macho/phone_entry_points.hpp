@@ -15,4 +15,7 @@ namespace simulator {
 /// The entry point of that name (a C name, without the underscore that symbols have); null when the machine's own will do.
 void* phoneEntryPoint(std::string_view name);
 
+/// The implementation that a library of the phone gave, for one that extends its arguments first; any other code itself.
+const void* implementationBehind(const void* code);
+
 } // namespace simulator
