@@ -1,8 +1,25 @@
-# `cmake --install BUILD --prefix DIR` lays out DIR as the phone's file tree.
+# `cmake --install BUILD --prefix DIR` lays out DIR as the simulated phone's file tree;
+# `cmake --install BUILD --component package --prefix DIR` as what the phone's package holds.
 set(CMAKE_INSTALL_MESSAGE LAZY)
-install(TARGETS Solvane LIBRARY DESTINATION Library/MobileSubstrate/DynamicLibraries)
-install(FILES packaging/Solvane.plist DESTINATION Library/MobileSubstrate/DynamicLibraries)
-install(DIRECTORY assets/Solvane/ DESTINATION "Library/Application Support/Solvane" FILES_MATCHING PATTERN "*.png")
+set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(library_folder Library/MobileSubstrate/DynamicLibraries)
+
+# The library, what the loader asks for beside it, and its pictures.
+install(TARGETS Solvane LIBRARY DESTINATION ${library_folder})
+install(PROGRAMS ${phone_library} DESTINATION ${library_folder} COMPONENT package EXCLUDE_FROM_ALL)
+function(install_beside_the_library)
+    install(FILES packaging/filter.plist DESTINATION ${library_folder} RENAME Solvane.plist ${ARGN})
+    install(DIRECTORY assets/Solvane/ DESTINATION "Library/Application Support/Solvane" ${ARGN} FILES_MATCHING PATTERN "*.png")
+endfunction()
+install_beside_the_library()
+install_beside_the_library(COMPONENT package EXCLUDE_FROM_ALL)
+
+# The package's entry in the phone's settings.
+install(FILES packaging/settings/Solvane.plist DESTINATION Library/PreferenceLoader/Preferences
+    COMPONENT package EXCLUDE_FROM_ALL)
+
+# The rest of the simulated phone.
 install(TARGETS NowPlayingArtLockScreen
     LIBRARY DESTINATION System/Library/SpringBoardPlugins/NowPlayingArtLockScreen.lockbundle)
 install(DIRECTORY assets/Applications/ DESTINATION Applications PATTERN "generic" EXCLUDE)

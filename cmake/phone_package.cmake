@@ -1,0 +1,14 @@
+# `cmake --build BUILD --target phone_package` makes the package that a phone installs.
+set(package_control ${PROJECT_BINARY_DIR}/package/control)
+configure_file(packaging/control.in ${package_control} @ONLY)
+set(phone_package ${PROJECT_BINARY_DIR}/package/Solvane_${PROJECT_VERSION}_iphoneos-arm.deb)
+file(GLOB package_files CONFIGURE_DEPENDS assets/Solvane/*.png)
+
+add_custom_command(
+    OUTPUT ${phone_package}
+    COMMAND ${packaging_tools}/build_package ${PROJECT_BINARY_DIR} ${package_control} ${phone_package}
+    DEPENDS ${phone_library} ${package_control} ${package_files} packaging/filter.plist packaging/settings/Solvane.plist
+        ${packaging_tools}/build_package
+    COMMENT "Packing Solvane_${PROJECT_VERSION}_iphoneos-arm.deb"
+    VERBATIM)
+add_custom_target(phone_package DEPENDS ${phone_package})
