@@ -1,0 +1,268 @@
+"""Checks the phone's package: `package_test.py PACKAGE [unittest arguments]`."""
+
+import io
+import plistlib
+import re
+import stat
+import subprocess
+import sys
+import tarfile
+import unittest
+from pathlib import Path
+
+import code_signature
+import mach_o
+
+HERE = Path(__file__).parent
+SOURCES = HERE.parents[1]
+PACKAGE = Path(sys.argv.pop(1))
+
+LIBRARY = "Library/MobileSubstrate/DynamicLibraries/Solvane.dylib"
+FILTER = "Library/MobileSubstrate/DynamicLibraries/Solvane.plist"
+SETTINGS = "Library/PreferenceLoader/Preferences/Solvane.plist"
+PICTURES = [f"Library/Application Support/Solvane/{name}.png" for name in (
+    "Badge", "Badge@2x", "Calendar", "Calendar@2x", "Notification", "Notification@2x",
+)]  # fmt: skip
+
+# Every library of an iOS 7 phone that this one is linked with; the loader's framework has the version 0.
+LIBRARIES = {
+    "/Library/Frameworks/CydiaSubstrate.framework/CydiaSubstrate": 0,
+    "/System/Library/Frameworks/CoreFoundation.framework/CoreFoundation": 0x10000,
+    "/System/Library/Frameworks/EventKit.framework/EventKit": 0x10000,
+    "/System/Library/Frameworks/Foundation.framework/Foundation": 0x10000,
+    "/System/Library/Frameworks/UIKit.framework/UIKit": 0x10000,
+    "/usr/lib/libSystem.B.dylib": 0x10000,
+    "/usr/lib/libc++.1.dylib": 0x10000,
+    "/usr/lib/libobjc.A.dylib": 0x10000,
+}
+
+
+def archive_members(data):
+    """The members of an ar archive, in order."""
+    assert data.startswith(b"!<arch>\n")
+    offset = 8
+    members = {}
+    while offset < len(data):
+        header = data[offset : offset + 60]
+        size = int(header[48:58])
+        members[header[:16].decode().rstrip(" /")] = data[offset + 60 : offset + 60 + size]
+        offset += 60 + size + size % 2
+    return members
+
+
+MEMBERS = archive_members(PACKAGE.read_bytes())
+
+
+def unpacked(member):
+    """The entries of a member by their paths, and the contents of the files."""
+    with tarfile.open(fileobj=io.BytesIO(MEMBERS[member]), mode="r:gz") as archive:
+        entries = {entry.name.removeprefix("./").rstrip("/"): entry for entry in archive.getmembers()}
+        contents = {name: archive.extractfile(entry).read() for name, entry in entries.items() if entry.isfile()}
+    return entries, contents
+
+
+ENTRIES, CONTENTS = unpacked("data.tar.gz")
+SLICES = mach_o.slices(CONTENTS[LIBRARY])
+IMAGES = {name: mach_o.Image(data) for name, (data, _, _) in SLICES.items()}
+
+
+def platform_symbols(architecture):
+    """The symbols that a slice may take from the phone, with their libraries' file names and versions."""
+    for line in (HERE / "platform_symbols.txt").read_text().splitlines():
+        if line.startswith("#"):
+            continue
+        symbol, library, since, *only = line.split()
+        if not only or only == [architecture]:
+            yield symbol, library, tuple(map(int, since.split(".")))
+
+
+def file_name(library):
+    return library.rsplit("/", 1)[1].removesuffix(".dylib")
+
+
+class Package(unittest.TestCase):
+    def test_has_the_members_that_an_old_dpkg_reads(self):
+        self.assertEqual(list(MEMBERS), ["debian-binary", "control.tar.gz", "data.tar.gz"])
+        self.assertEqual(MEMBERS["debian-binary"], b"2.0\n")
+        for member in ("control.tar.gz", "data.tar.gz"):
+            self.assertEqual(MEMBERS[member][:3], b"\x1f\x8b\x08", "gzip")
+
+    def test_holds_these_files_and_no_others(self):
+        self.assertEqual(sorted(CONTENTS), sorted([LIBRARY, FILTER, SETTINGS, *PICTURES]))
+
+    def test_belongs_to_root_with_the_right_modes(self):
+        for name, entry in ENTRIES.items():
+            expected = 0o755 if entry.isdir() or name == LIBRARY else 0o644
+            self.assertEqual(stat.S_IMODE(entry.mode), expected, name)
+            self.assertEqual((entry.uid, entry.gid, entry.uname, entry.gname), (0, 0, "root", "root"), name)
+
+    def test_tells_one_time_for_everything(self):
+        self.assertEqual(len({entry.mtime for entry in ENTRIES.values()}), 1)
+
+    def test_has_only_folders_that_a_phone_has(self):
+        folders = {name for name, entry in ENTRIES.items() if entry.isdir()}
+        parents = {str(parent) for name in CONTENTS for parent in Path(name).parents if str(parent) != "."}
+        self.assertEqual(folders - {"", "."}, parents)
+
+    def test_says_what_it_is_and_needs(self):
+        _, contents = unpacked("control.tar.gz")
+        self.assertEqual(list(contents), ["control"])
+        text = contents["control"].decode()
+        fields = dict(re.findall(r"^(\S+): (.*)$", text, re.MULTILINE))
+        version = re.search(r"project\(Solvane VERSION (\S+)", (SOURCES / "CMakeLists.txt").read_text())[1]
+        self.assertEqual(PACKAGE.name, f"Solvane_{version}_iphoneos-arm.deb")
+        self.assertEqual(fields["Package"], "org.solvane.solvane")
+        self.assertEqual(fields["Version"], version)
+        self.assertEqual(fields["Architecture"], "iphoneos-arm")
+        self.assertEqual(
+            fields["Depends"].split(", "), ["firmware (>= 7.0)", "firmware (<< 9.0)", "mobilesubstrate", "preferenceloader"]
+        )
+        for field in ("Name", "Section", "Maintainer", "Description"):
+            self.assertTrue(fields[field], field)
+        size = sum(len(content) for content in CONTENTS.values())
+        self.assertAlmostEqual(int(fields["Installed-Size"]), size / 1024, delta=2)
+
+    def test_is_for_springboard_alone(self):
+        self.assertEqual(plistlib.loads(CONTENTS[FILTER]), {"Filter": {"Bundles": ["com.apple.springboard"]}})
+
+    def test_has_the_pictures_that_the_library_asks_for(self):
+        for name in PICTURES:
+            self.assertEqual(CONTENTS[name], (SOURCES / "assets/Solvane" / Path(name).name).read_bytes(), name)
+            self.assertIn(f"/{name.replace('@2x', '')}".encode(), CONTENTS[LIBRARY])
+
+    def test_has_an_entry_in_the_settings(self):
+        settings = plistlib.loads(CONTENTS[SETTINGS])
+        self.assertEqual(settings["entry"]["cell"], "PSLinkCell")
+        self.assertEqual(settings["entry"]["label"], "Solvane")
+        rows = {row["cell"]: row for row in settings["items"]}
+        field, switch = rows["PSEditTextCell"], rows["PSSwitchCell"]
+        self.assertEqual((field["label"], field["key"], field["PostNotification"]), ("Name", "Name", "loadSolvaneS"))
+        self.assertEqual(switch["PostNotification"], "RespringSV")
+        self.assertNotEqual(switch["key"], "Name")
+        for row in (field, switch):
+            self.assertEqual(row["defaults"], "org.solvane.Solvane")
+        for text in ("loadSolvaneS", "RespringSV", "/User/Library/Preferences/org.solvane.Solvane.plist"):
+            self.assertIn(text.encode(), CONTENTS[LIBRARY])
+
+
+class Library(unittest.TestCase):
+    def test_is_for_both_processors(self):
+        self.assertEqual(list(SLICES), ["armv7", "arm64"])
+        for name, (_, alignment, offset) in SLICES.items():
+            self.assertEqual(alignment, 14, name)
+            self.assertEqual(offset % (1 << 14), 0, name)
+
+    def test_is_a_library_for_ios_7(self):
+        for name, image in IMAGES.items():
+            with self.subTest(name):
+                self.assertEqual(image.file_type, 6)
+                self.assertEqual(image.install_name, f"/{LIBRARY}")
+                self.assertEqual(image.minimum_version, (7, 0))
+                # No undefined symbols; dynamically linked; each symbol from its own library.
+                self.assertEqual(image.flags & 0x85, 0x85)
+
+    def test_is_linked_with_libraries_that_a_phone_has(self):
+        for name, image in IMAGES.items():
+            self.assertEqual(dict(image.libraries), LIBRARIES, name)
+
+    def test_exports_its_names_and_no_others(self):
+        intended = {f"_{name}" for name in (SOURCES / "tests/exported_names.txt").read_text().split()}
+        for name, image in IMAGES.items():
+            self.assertEqual(set(image.exports()), intended, name)
+
+    def test_exports_functions_in_the_state_that_they_run_in(self):
+        image = IMAGES["armv7"]
+        code = image.sections["__TEXT", "__text"]
+        for name, address in image.exports().items():
+            is_code = code["address"] <= address < code["address"] + code["size"]
+            self.assertEqual(address & 1, int(is_code), name)
+
+    def test_takes_only_what_ios_7_has(self):
+        for name, image in IMAGES.items():
+            allowed = {symbol: since for symbol, _, since in platform_symbols(name)}
+            self.assertEqual(image.undefined_symbols(), set(allowed), name)
+            for symbol, since in allowed.items():
+                self.assertLessEqual(since, (7, 0), symbol)
+
+    def test_takes_each_symbol_from_the_library_that_has_it(self):
+        for name, image in IMAGES.items():
+            expected = {(symbol, library) for symbol, library, _ in platform_symbols(name)}
+            self.assertEqual({(symbol, file_name(library)) for symbol, library in image.bindings()}, expected, name)
+
+    def test_is_linked_against_stubs_of_just_these_symbols(self):
+        stubs = {}
+        for stub in (SOURCES / "packaging/stubs").glob("*.tbd"):
+            text = stub.read_text()
+            library = file_name(re.search(r"install-name:\s*(\S+)", text)[1])
+            for targets, symbols in re.findall(r"targets:\s*\[([^]]*)\]\s*symbols:\s*\[([^]]*)\]", text):
+                for target in ("armv7", "arm64"):
+                    if f"{target}-ios" in targets:
+                        stubs.setdefault(target, set()).update((symbol, library) for symbol in re.split(r"[\s,]+", symbols.strip()))
+        for name in IMAGES:
+            self.assertEqual(stubs[name], {(symbol, library) for symbol, library, _ in platform_symbols(name)}, name)
+
+    def test_has_two_initialisers_in_order(self):
+        for name, image in IMAGES.items():
+            with self.subTest(name):
+                first, second = (address & ~1 for address in image.initialisers())
+                self.assertEqual(calls_between(name, first, first + 0x120) & {"_dlopen", "_objc_autoreleasePoolPush"}, {"_dlopen"})
+                self.assertEqual(
+                    calls_between(name, second, second + 0x40) & {"_dlopen", "_objc_autoreleasePoolPush"},
+                    {"_objc_autoreleasePoolPush"},
+                )
+
+    def test_has_segments_of_whole_pages_that_are_not_both_written_and_run(self):
+        for name, image in IMAGES.items():
+            page = 0x4000 if name == "arm64" else 0x1000
+            self.assertEqual([segment["name"] for segment in image.segments], ["__TEXT", "__DATA", "__LINKEDIT"])
+            self.assertEqual([segment["protection"] for segment in image.segments], [5, 3, 1])
+            end = 0
+            for segment in image.segments:
+                with self.subTest(f"{name} {segment['name']}"):
+                    self.assertEqual(segment["address"] % page, 0)
+                    self.assertEqual(segment["file_offset"] % page, 0)
+                    self.assertEqual(segment["file_offset"], end)
+                    self.assertLessEqual(segment["file_size"], segment["size"])
+                end = segment["file_offset"] + segment["file_size"]
+            self.assertEqual(end, len(image.data), name)
+
+    def test_has_no_local_symbols(self):
+        for name, image in IMAGES.items():
+            self.assertEqual(image.local_symbol_count(), 0, name)
+
+    def test_has_a_valid_signature_of_both_kinds(self):
+        for name, image in IMAGES.items():
+            with self.subTest(name):
+                offset, size = (image.number(mach_o.LC_CODE_SIGNATURE, field) for field in (8, 12))
+                self.assertEqual(offset + size, len(image.data))
+                code = image.data[:offset]
+                blobs = code_signature.read_blobs(image.data[offset:])
+                self.assertEqual(code_signature.check_directory(blobs[0], code, blobs), ("sha1", "org.solvane.Solvane"))
+                self.assertEqual(code_signature.check_directory(blobs[0x1000], code, blobs), ("sha256", "org.solvane.Solvane"))
+
+    def test_tells_nothing_of_where_it_was_built(self):
+        known = re.compile(rb"/(System/Library|Library|User/Library|usr/lib)/[^\0]*\.(framework/\w+|dylib|png|plist|lockbundle/\w+)$")
+        for path in re.findall(rb"(?<![ -~])/[ -~]{3,}(?=\0)", CONTENTS[LIBRARY]):
+            self.assertRegex(path, known)
+        for trace in (str(SOURCES).encode(), b".cpp", b".hpp", b"clang", b"/tmp/", b"/home/"):
+            self.assertNotIn(trace, CONTENTS[LIBRARY])
+
+
+def calls_between(architecture, first, end):
+    """The symbols of other libraries that the code between two addresses calls."""
+    data, _, _ = SLICES[architecture]
+    triple = {"armv7": "thumbv7-apple-ios", "arm64": "arm64-apple-ios"}[architecture]
+    listing = subprocess.run(
+        ["llvm-objdump-19", "--macho", "--disassemble", f"--triple={triple}", "-"],
+        input=data, capture_output=True, check=True,
+    ).stdout.decode()  # fmt: skip
+    calls = set()
+    for line in listing.splitlines():
+        found = re.match(r"\s*([0-9a-f]+):.*symbol stub for: (\S+)", line)
+        if found and first <= int(found[1], 16) < end:
+            calls.add(found[2])
+    return calls
+
+
+if __name__ == "__main__":
+    unittest.main()
