@@ -21,7 +21,7 @@ function(add_mach_o_object architecture triple source)
     if(architecture STREQUAL armv7)
         set(commands
             COMMAND ${compile} ${mach_o_flags} -MD -MF ${object}.d -MT ${object} -S ${source} -o ${object}.compiled.s
-            COMMAND Python3::Interpreter ${packaging_tools}/armv7_pointers.py ${object}.compiled.s ${object}.s
+            COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/armv7_pointers.py ${object}.compiled.s ${object}.s
             COMMAND ${compile} -c ${object}.s -o ${object})
     else()
         set(commands COMMAND ${compile} ${mach_o_flags} -MD -MF ${object}.d -c ${source} -o ${object})
@@ -48,7 +48,7 @@ function(add_mach_o_slice architecture triple)
         OUTPUT ${slice}
         COMMAND ${arg_LINK} -dylib -install_name ${install_name} -no_function_starts -no_data_in_code_info -o ${slice} ${objects}
         COMMAND ${arg_FINISH} ${slice}
-        COMMAND Python3::Interpreter ${packaging_tools}/sign.py org.solvane.Solvane ${slice}
+        COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/sign.py org.solvane.Solvane ${slice}
         DEPENDS ${objects} ${stubs} ${armv7_stubs} ${packaging_tools}/armv7_finish.py ${packaging_tools}/sign.py
         COMMENT "Linking and signing Solvane.dylib for ${architecture}"
         VERBATIM)
@@ -64,13 +64,13 @@ endforeach()
 file(MAKE_DIRECTORY ${mach_o_folder}/armv7/stubs)
 add_custom_command(
     OUTPUT ${armv7_stubs}
-    COMMAND Python3::Interpreter ${packaging_tools}/armv7_stubs.py ${mach_o_folder}/armv7/stubs ${stubs}
+    COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/armv7_stubs.py ${mach_o_folder}/armv7/stubs ${stubs}
     DEPENDS ${stubs} ${packaging_tools}/armv7_stubs.py
     VERBATIM)
 
 add_mach_o_slice(armv7 armv7-apple-ios7.0
     LINK ${CMAKE_COMMAND} -E env MALLOC_PERTURB_=255 ld64.lld.darwinold-13 -arch armv7 -ios_version_min 7.0 -sdk_version 7.0 ${armv7_stubs}
-    FINISH Python3::Interpreter ${packaging_tools}/armv7_finish.py)
+    FINISH ${Python3_EXECUTABLE} ${packaging_tools}/armv7_finish.py)
 
 # The others: today's linker. A library outside of the shop is not encrypted, so its code needs no pages of its own.
 set(modern_link -dead_strip -no_adhoc_codesign -no_encryption ${stubs})

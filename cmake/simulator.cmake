@@ -25,6 +25,16 @@ target_link_libraries(notifypost PRIVATE simulator)
 add_executable(solvane-settings simulator/services/settings/main.cpp)
 target_link_libraries(solvane-settings PRIVATE simulator)
 
+# A program for another processor is started by a script of its name, which has the emulator run it.
+if(CMAKE_CROSSCOMPILING_EMULATOR)
+    list(JOIN CMAKE_CROSSCOMPILING_EMULATOR " " launcher_emulator)
+    foreach(program IN ITEMS springboard notifypost solvane-settings)
+        set(launcher_program ${PROJECT_BINARY_DIR}/emulated/${program})
+        set_target_properties(${program} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/emulated)
+        configure_file(cmake/launcher.in ${program} @ONLY)
+    endforeach()
+endif()
+
 add_library(NowPlayingArtLockScreen MODULE simulator/springboard/plugins/NowPlayingArtLockScreen.cpp)
 target_link_libraries(NowPlayingArtLockScreen PRIVATE platform)
 set_target_properties(NowPlayingArtLockScreen PROPERTIES PREFIX "" SUFFIX "")

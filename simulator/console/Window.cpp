@@ -82,16 +82,16 @@ struct Weather {
 
 constexpr Weather weathers[] = {{"-3.5", "16"}, {"31", "32"}, {"12", "11"}, {"21", "26"}};
 
-/// The finger's times come from the machine: a quick second click is a double tap.
+/// The finger's times come from the machine: a quick second click is a double tap, and one that came while the phone was
+/// busy is no later for that.
 class Stopwatch {
 public:
-    double secondsSinceLast()
-    {
-        const Uint64 now = SDL_GetTicks64();
-        return static_cast<double>(now - std::exchange(last_, now)) / 1000;
-    }
+    /// What comes from now on is not earlier than this.
+    void read() { now_ = SDL_GetTicks64(); }
+    double secondsSinceLast() { return static_cast<double>(now_ - std::exchange(last_, now_)) / 1000; }
 
 private:
+    Uint64 now_ = 0;
     Uint64 last_ = 0;
 };
 
@@ -318,11 +318,14 @@ struct Window::Parts {
         const AutoreleasePool pool;
         constexpr int patience = 30;
         SDL_Event event;
-        if (SDL_WaitEventTimeout(&event, patience) != 0) {
-            take(event);
-            while (SDL_PollEvent(&event) != 0)
-                take(event);
+        bool hasCome = SDL_PollEvent(&event) != 0;
+        if (!hasCome) {
+            hasCome = SDL_WaitEventTimeout(&event, patience) != 0;
+            stopwatch.read();
         }
+        for (; hasCome; hasCome = SDL_PollEvent(&event) != 0)
+            take(event);
+        stopwatch.read();
         deliverDarwinNotifications();
         draw();
     }

@@ -1,4 +1,5 @@
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <iostream>
@@ -112,10 +113,23 @@ int runScript(Console& console, Script& script)
     return failure;
 }
 
+/// The file that started this process: the program itself, or the launcher that told of itself.
+fs::path startedFile()
+{
+    constexpr const char* variable = "SOLVANE_LAUNCHER";
+    const char* const launcher = std::getenv(variable);
+    if (launcher == nullptr)
+        return fs::read_symlink("/proc/self/exe");
+    const fs::path file = launcher;
+    // What this process starts was not started by it.
+    ::unsetenv(variable);
+    return file;
+}
+
 /// Starts SpringBoard and lets it live as long as its script.
 int runSpringBoard(const Options& options, char** arguments)
 {
-    const fs::path program = fs::read_symlink("/proc/self/exe");
+    const fs::path program = startedFile();
     const fs::path folder = program.parent_path();
     const auto continuation = takeContinuation();
     Script script(continuation ? continuation->script : openScript(options, folder));
