@@ -1,13 +1,19 @@
-# `cmake --build BUILD --target phone_package` makes the package that a phone installs.
+# `cmake --build BUILD --target phone_package` makes the package that a phone installs: what
+# `cmake --install BUILD --component package --prefix DIR` lays out in DIR.
+set(in_package COMPONENT package EXCLUDE_FROM_ALL)
+install(PROGRAMS ${phone_library} DESTINATION ${library_folder} ${in_package})
+install_beside_the_library(${in_package})
+install(FILES packaging/settings/Solvane.plist DESTINATION Library/PreferenceLoader/Preferences ${in_package})
+
 set(package_control ${PROJECT_BINARY_DIR}/package/control)
 configure_file(packaging/control.in ${package_control} @ONLY)
 set(phone_package ${PROJECT_BINARY_DIR}/package/Solvane_${PROJECT_VERSION}_iphoneos-arm.deb)
-file(GLOB package_files CONFIGURE_DEPENDS assets/Solvane/*.png)
+file(GLOB package_pictures CONFIGURE_DEPENDS assets/Solvane/*.png)
 
 add_custom_command(
     OUTPUT ${phone_package}
     COMMAND ${packaging_tools}/build_package ${PROJECT_BINARY_DIR} ${package_control} ${phone_package}
-    DEPENDS ${phone_library} ${package_control} ${package_files} packaging/filter.plist packaging/settings/Solvane.plist
+    DEPENDS ${phone_library} ${package_control} ${package_pictures} packaging/filter.plist packaging/settings/Solvane.plist
         ${packaging_tools}/build_package
     COMMENT "Packing Solvane_${PROJECT_VERSION}_iphoneos-arm.deb"
     VERBATIM)

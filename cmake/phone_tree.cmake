@@ -1,5 +1,4 @@
-# `cmake --install BUILD --prefix DIR` lays out DIR as the simulated phone's file tree;
-# `cmake --install BUILD --component package --prefix DIR` as what the phone's package holds.
+# `cmake --install BUILD --prefix DIR` lays out DIR as the simulated phone's file tree.
 set(CMAKE_INSTALL_MESSAGE LAZY)
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
@@ -7,17 +6,11 @@ set(library_folder Library/MobileSubstrate/DynamicLibraries)
 
 # The library, what the loader asks for beside it, and its pictures.
 install(TARGETS Solvane LIBRARY DESTINATION ${library_folder})
-install(PROGRAMS ${phone_library} DESTINATION ${library_folder} COMPONENT package EXCLUDE_FROM_ALL)
 function(install_beside_the_library)
     install(FILES packaging/filter.plist DESTINATION ${library_folder} RENAME Solvane.plist ${ARGN})
     install(DIRECTORY assets/Solvane/ DESTINATION "Library/Application Support/Solvane" ${ARGN} FILES_MATCHING PATTERN "*.png")
 endfunction()
 install_beside_the_library()
-install_beside_the_library(COMPONENT package EXCLUDE_FROM_ALL)
-
-# The package's entry in the phone's settings.
-install(FILES packaging/settings/Solvane.plist DESTINATION Library/PreferenceLoader/Preferences
-    COMPONENT package EXCLUDE_FROM_ALL)
 
 # The rest of the simulated phone.
 install(TARGETS NowPlayingArtLockScreen
