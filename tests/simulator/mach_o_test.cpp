@@ -1,0 +1,322 @@
+#include <cstring>
+#include <gmock/gmock.h>
+#include <stdexcept>
+
+#include "platform/CoreGraphics/CGGeometry.hpp"
+#include "platform/Foundation/NSString.hpp"
+#include "platform/runtime/objc.hpp"
+#include "simulator/foundation/system_log.hpp"
+#include "simulator/runtime/Image.hpp"
+#include "tests/support/Phone.hpp"
+
+/// Libraries in the phone's own form, injected from the phone's file tree.
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+const fs::path phoneLibrary = fs::path(FIXTURE_FOLDER) / "phone_library.dylib";
+const fs::path libraryWithAMissingSymbol = fs::path(FIXTURE_FOLDER) / "phone_library_with_a_missing_symbol.dylib";
+
+fs::path install(const Phone& phone, const fs::path& library)
+{
+    const fs::path folder = phone.tree().libraryFolder();
+    const fs::path installed = folder / "Another.dylib";
+    fs::copy_file(library, installed);
+    fs::copy_file(folder / "Solvane.plist", folder / "Another.plist");
+    return installed;
+}
+
+class PhoneLibrary : public testing::Test {
+protected:
+    PhoneLibrary()
+    {
+        install(phone_, phoneLibrary);
+        phone_.inject();
+    }
+
+private:
+    Phone phone_;
+};
+
+/// What the injection of that file says on standard error.
+std::string complaintAbout(const std::string& contents)
+{
+    Phone phone;
+    writeFile(install(phone, phoneLibrary), contents);
+    testing::internal::CaptureStderr();
+    phone.inject();
+    std::string complaint = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(objc_getClass("SmallArguments"), nullptr);
+    // The other libraries are there all the same.
+    EXPECT_EQ(textOf(exportedVariable("morningString")), "Good morning, Pal.");
+    return complaint;
+}
+
+std::uint32_t numberAt(const std::string& contents, std::size_t offset)
+{
+    std::uint32_t number = 0;
+    std::memcpy(&number, contents.data() + offset, sizeof number);
+    return number;
+}
+
+void setNumberAt(std::string& contents, std::size_t offset, std::uint32_t number)
+{
+    std::memcpy(contents.data() + offset, &number, sizeof number);
+}
+
+/// The place of the first load command of that kind.
+std::size_t loadCommand(const std::string& contents, std::uint32_t kind)
+{
+    std::size_t offset = 32;
+    while (numberAt(contents, offset) != kind)
+        offset += numberAt(contents, offset + 4);
+    return offset;
+}
+
+/// For several processors: a slice for an unknown one, then the library.
+std::string fatFile(const std::string& library, std::uint32_t cpuType)
+{
+    constexpr std::size_t page = 0x4000;
+    std::string fat(page, '\0');
+    const std::uint32_t fields[] = {
+        0xcafebabe, 2, 7, 3, page, page, 14, cpuType, 0, 2 * page, static_cast<std::uint32_t>(library.size()), 14};
+    for (std::size_t i = 0; i < std::size(fields); ++i)
+        setNumberAt(fat, i * sizeof(std::uint32_t), __builtin_bswap32(fields[i]));
+    return fat + std::string(page, '?') + library;
+}
+
+/// Registers a method whose result comes with bits that do not belong to it.
+template <long Result>
+void addMethod(Class cls, const char* selector, const char* types)
+{
+    class_addMethod(cls, sel_registerName(selector), reinterpret_cast<IMP>(+[](id, SEL) -> long { return Result; }), types);
+}
+
+constexpr long alien = 0x7a7a7a7a00000000;
+
+Class smallResults()
+{
+    static Class cls = nullptr;
+    if (cls == nullptr) {
+        cls = objc_allocateClassPair(objc_getClass("NSObject"), "SmallResults", 0);
+        addMethod<alien | 0x5a5a5a80>(cls, "signedByte", "c@:");
+        addMethod<alien | 0x5a5a5a80>(cls, "unsignedByte", "C@:");
+        addMethod<alien | 0x5a5a8001>(cls, "signedHalf", "s@:");
+        addMethod<alien | 0x5a5a8001>(cls, "unsignedHalf", "S@:");
+        addMethod<alien | 0x5a5a5a01>(cls, "truth", "B@:");
+        class_addMethod(cls, sel_registerName("rectangle"),
+                        reinterpret_cast<IMP>(+[](id, SEL) { return CGRect::make(1.5, 2.5, 3.5, 4.5); }),
+                        "{CGRect={CGPoint=dd}{CGSize=dd}}@:");
+        objc_registerClassPair(cls);
+    }
+    return cls;
+}
+
+int resultOf(const std::string& function)
+{
+    const Owned<NSObject> object = adopt(send<"new", NSObject*>(smallResults()));
+    return exportedFunction<int(NSObject*)>(function)(object.get());
+}
+
+#if defined(__aarch64__)
+/// What this machine's callers may leave above a small argument.
+constexpr long litter = 0x5a5a5a5a5a5a0000;
+#else
+/// Here callers extend small arguments, as they do on the phone.
+constexpr long litter = 0;
+#endif
+
+template <class T>
+long asArgument(T value)
+{
+    if constexpr (litter == 0)
+        return value;
+    else if constexpr (sizeof value == 1)
+        return litter | 0x5a00 | static_cast<unsigned char>(value);
+    else
+        return litter | static_cast<unsigned short>(value);
+}
+
+} // namespace
+
+// Loading
+
+TEST_F(PhoneLibrary, RunsItsInitialisers)
+{
+    EXPECT_NE(objc_getClass("SmallArguments"), nullptr);
+}
+
+TEST_F(PhoneLibrary, IsTheHomeOfItsFunctions)
+{
+    EXPECT_EQ(simulator::fileOfCode(exported("truthOf")).filename(), "Another.dylib");
+    const Method method =
+        class_getInstanceMethod(objc_getClass("SmallArguments"), sel_registerName("truth:byte:letter:half:character:"));
+    EXPECT_EQ(simulator::fileOfCode(reinterpret_cast<const void*>(method_getImplementation(method))).filename(), "Another.dylib");
+}
+
+TEST(PhoneLibraryFile, IsLoadedOnce)
+{
+    const Phone phone;
+    const fs::path file = install(phone, phoneLibrary);
+    EXPECT_EQ(&simulator::openImage(file), &simulator::openImage(file));
+}
+
+TEST(PhoneLibraryFile, MayHoldOtherProcessorsToo)
+{
+    Phone phone;
+    const std::string library = readFile(phoneLibrary);
+    writeFile(install(phone, phoneLibrary), fatFile(library, numberAt(library, 4)));
+    phone.inject();
+    EXPECT_NE(objc_getClass("SmallArguments"), nullptr);
+}
+
+TEST(PhoneLibraryFile, IsRefusedWithoutASliceForThisProcessor)
+{
+    EXPECT_THAT(complaintAbout(fatFile(readFile(phoneLibrary), 8)), HasSubstr("not for this machine's processor"));
+}
+
+TEST(PhoneLibraryFile, IsRefusedForAnotherProcessor)
+{
+    std::string library = readFile(phoneLibrary);
+    setNumberAt(library, 4, 8);
+    EXPECT_THAT(complaintAbout(library), HasSubstr("not for this machine's processor"));
+}
+
+TEST(PhoneLibraryFile, IsRefusedWithoutACodeSignature)
+{
+    std::string library = readFile(phoneLibrary);
+    constexpr std::uint32_t codeSignature = 0x1d;
+    constexpr std::uint32_t sourceVersion = 0x2a;
+    setNumberAt(library, loadCommand(library, codeSignature), sourceVersion);
+    EXPECT_THAT(complaintAbout(library), AllOf(HasSubstr("Another.dylib was not injected"), HasSubstr("no code signature")));
+}
+
+TEST(PhoneLibraryFile, IsRefusedWhenAPageWasChanged)
+{
+    std::string library = readFile(phoneLibrary);
+    library[0x1008] ^= 1;
+    EXPECT_THAT(complaintAbout(library), HasSubstr("page 1 does not have the hash"));
+}
+
+TEST(PhoneLibraryFile, IsRefusedWhenItIsCutOffAnywhere)
+{
+    const Phone phone;
+    const fs::path file = install(phone, phoneLibrary);
+    const std::string library = readFile(phoneLibrary);
+    for (std::size_t length = 4; length < library.size(); length += length < 4096 ? 3 : 997) {
+        writeFile(file, library.substr(0, length));
+        EXPECT_THROW(simulator::openImage(file), std::runtime_error) << length << " bytes";
+    }
+}
+
+TEST(PhoneLibraryFile, IsRefusedWhenASymbolIsMissing)
+{
+    EXPECT_THAT(complaintAbout(readFile(libraryWithAMissingSymbol)),
+                HasSubstr("the symbol _functionThatNoPhoneHas is missing in /usr/lib/libNoSuchLibrary.dylib"));
+}
+
+// Calling
+
+TEST_F(PhoneLibrary, GetsSmallResultsExtended)
+{
+    EXPECT_EQ(resultOf("signedByteOf"), -128);
+    EXPECT_EQ(resultOf("unsignedByteOf"), 128);
+    EXPECT_EQ(resultOf("signedHalfOf"), -32767);
+    EXPECT_EQ(resultOf("unsignedHalfOf"), 32769);
+    EXPECT_EQ(resultOf("truthOf"), 1);
+}
+
+TEST_F(PhoneLibrary, GetsSmallResultsOfSuperExtended)
+{
+    const Owned<NSObject> object = adopt(send<"new", NSObject*>(smallResults()));
+    EXPECT_EQ(exportedFunction<int(NSObject*, Class)>("signedByteOfSuper")(object.get(), smallResults()), -128);
+}
+
+TEST_F(PhoneLibrary, GetsZeroFromNil)
+{
+    EXPECT_EQ(exportedFunction<int(NSObject*)>("signedByteOf")(nullptr), 0);
+    EXPECT_EQ(exportedFunction<CGRect(NSObject*)>("rectangleOf")(nullptr), CGRectZero);
+}
+
+TEST_F(PhoneLibrary, GetsStructures)
+{
+    const Owned<NSObject> object = adopt(send<"new", NSObject*>(smallResults()));
+    EXPECT_EQ(exportedFunction<CGRect(NSObject*)>("rectangleOf")(object.get()), CGRect::make(1.5, 2.5, 3.5, 4.5));
+}
+
+TEST_F(PhoneLibrary, GetsSmallArgumentsExtended)
+{
+    const Owned<NSObject> object = adopt(send<"new", NSObject*>(objc_getClass("SmallArguments")));
+    const SEL selector = sel_registerName("truth:byte:letter:half:character:");
+    const auto take = reinterpret_cast<long long (*)(id, SEL, long, long, long, long, long)>(
+        method_getImplementation(class_getInstanceMethod(objc_getClass("SmallArguments"), selector)));
+    EXPECT_EQ(take(object.get(), selector, asArgument(true), asArgument<signed char>(-100), asArgument<unsigned char>(200),
+                   asArgument<short>(-30000), asArgument<unsigned short>(60000)),
+              (((1LL * 1000 - 100) * 1000 + 200) * 100000 - 30000) * 100000 + 60000);
+}
+
+TEST_F(PhoneLibrary, GetsSmallArgumentsOfAHookExtended)
+{
+    const Class cls = objc_allocateClassPair(objc_getClass("NSObject"), "Truthful", 0);
+    const SEL selector = sel_registerName("setTruth:");
+    class_addMethod(cls, selector, reinterpret_cast<IMP>(+[](id, SEL, long) {}), "v@:B");
+    objc_registerClassPair(cls);
+    exportedFunction<void(Class)>("hookTruthOf")(cls);
+    const Owned<NSObject> object = adopt(send<"new", NSObject*>(cls));
+    reinterpret_cast<void (*)(id, SEL, long)>(class_getMethodImplementation(cls, selector))(object.get(), selector,
+                                                                                            asArgument(true));
+    EXPECT_EQ(exportedFunction<long long()>("hookedTruthValue")(), 1);
+}
+
+TEST_F(PhoneLibrary, FormatsManyArguments)
+{
+    EXPECT_EQ(textOf(exportedFunction<NSString*()>("manyArguments")()), "-1 two 3.25 4 five 6.5 7 8 9 10 11 12.125 end");
+}
+
+TEST_F(PhoneLibrary, LogsManyArguments)
+{
+    simulator::takeSystemLog();
+    exportedFunction<int()>("logMuch")();
+    EXPECT_THAT(simulator::takeSystemLog(), ElementsAre("1 2.5 three 4 5 6 7 8 9 10.5"));
+}
+
+// Exceptions
+
+TEST_F(PhoneLibrary, LetsAnExceptionThroughAndCleansUp)
+{
+    const auto callBack = exportedFunction<int(void (*)(int), int, int&)>("callBack");
+    int cleanUps = 0;
+    EXPECT_THROW(callBack(+[](int) { throw std::runtime_error("out of the depth"); }, 3, cleanUps), std::runtime_error);
+    EXPECT_EQ(cleanUps, 4);
+}
+
+TEST_F(PhoneLibrary, LeavesItsCallersRegistersAsTheyWere)
+{
+    const auto callBack = exportedFunction<int(void (*)(int), int, int&)>("callBack");
+    int cleanUps = 0;
+    long sum = 0;
+    for (long i = 0; i < 3; ++i) {
+        const long before = i * 1000 + 7;
+        try {
+            callBack(+[](int) { throw 5; }, static_cast<int>(i), cleanUps);
+        } catch (int thrown) {
+            sum += before + thrown;
+        }
+    }
+    EXPECT_EQ(sum, 3 * 1000 + 3 * 7 + 3 * 5);
+    EXPECT_EQ(cleanUps, 1 + 2 + 3);
+}
+
+TEST_F(PhoneLibrary, LetsAnExceptionOfTheRuntimeThrough)
+{
+    const auto arguments = exportedFunction<NSString*(const char*, double)>("arguments");
+    EXPECT_EQ(textOf(arguments("%.1f", 2.5)), "2.5");
+    const Owned<NSObject> object = adopt(send<"new", NSObject*>(objc_getClass("NSObject")));
+    // An object that does not know the message raises.
+    EXPECT_ANY_THROW(exportedFunction<int(NSObject*)>("signedByteOf")(object.get()));
+}
