@@ -129,9 +129,9 @@ def signed(image, identifier):
     struct.pack_into("<II", image, 16, count + 1, command_size + room)
 
     # The last segment grows by the signature.
-    place, form, (name, address, memory_size, file_offset, _) = segments(image)[b"__LINKEDIT"]
+    place, form, (name, address, _, file_offset, _) = segments(image)[b"__LINKEDIT"]
     file_size = start + size - file_offset
-    struct.pack_into(form, image, place, name, address, max(memory_size, aligned(file_size, SEGMENT_ALIGNMENT)), file_offset, file_size)
+    struct.pack_into(form, image, place, name, address, aligned(file_size, SEGMENT_ALIGNMENT), file_offset, file_size)
 
     return bytes(image) + signature(identifier, bytes(image))
 
