@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <unordered_map>
+#include <utility>
 
 #include "platform/runtime/objc.hpp"
 #include "platform/runtime/send.hpp"
@@ -41,10 +43,17 @@ struct Target {
     Extension extension;
 };
 
+/// Compilers fold functions of the same code into one, so an implementation may be that of methods with other types.
+using MethodKey = std::pair<IMP, SEL>;
+
+struct MethodHash {
+    std::size_t operator()(const MethodKey& key) const { return std::hash<IMP>()(key.first) * 31 + std::hash<SEL>()(key.second); }
+};
+
 Target targetFor(IMP implementation, Class cls, SEL selector)
 {
-    thread_local std::unordered_map<IMP, Extension> known;
-    const auto found = known.find(implementation);
+    thread_local std::unordered_map<MethodKey, Extension, MethodHash> known;
+    const auto found = known.find({implementation, selector});
     if (found != known.end())
         return {implementation, found->second};
     const Method method = class_getInstanceMethod(cls, selector);
@@ -52,7 +61,7 @@ Target targetFor(IMP implementation, Class cls, SEL selector)
     if (method == nullptr)
         return {implementation, Extension::none};
     const Extension extension = extensionFor(method_getTypeEncoding(method));
-    known.emplace(implementation, extension);
+    known.emplace(MethodKey(implementation, selector), extension);
     return {implementation, extension};
 }
 
