@@ -72,7 +72,7 @@ public:
         do {
             next = byte();
             if (shift < 64)
-                value |= std::uint64_t{next & 0x7fu} << shift;
+                value |= std::uint64_t{next & 0x7fU} << shift;
             shift += 7;
         } while ((next & 0x80) != 0);
         return value;
@@ -86,7 +86,7 @@ public:
         do {
             next = byte();
             if (shift < 64)
-                value |= std::uint64_t{next & 0x7fu} << shift;
+                value |= std::uint64_t{next & 0x7fU} << shift;
             shift += 7;
         } while ((next & 0x80) != 0);
         if (shift < 64 && (next & 0x40) != 0)

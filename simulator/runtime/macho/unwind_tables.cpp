@@ -119,10 +119,16 @@ std::vector<Function> readFunctions(Bytes tables)
         if (entry.pageOffset == 0)
             continue;
         const std::size_t first = functions.size();
-        if (tables.at<std::uint32_t>(entry.pageOffset) == regularPage)
+        switch (tables.at<std::uint32_t>(entry.pageOffset)) {
+        case regularPage:
             readRegularPage(tables, entry, functions);
-        else
+            break;
+        case compressedPage:
             readCompressedPage(tables, header, entry, functions);
+            break;
+        default:
+            throw std::runtime_error("its unwind tables are damaged");
+        }
         for (std::size_t j = first; j < functions.size(); ++j) {
             functions[j].end = j + 1 < functions.size() ? functions[j + 1].start : indexEntry(i + 1).functionOffset;
             if ((functions[j].encoding & hasLsda) != 0)
