@@ -312,7 +312,7 @@ MachOImage::MachOImage(const MachOFile& file)
     initialisers_ = readInitialisers(file, segments);
     const std::byte* const start = segments.at(0);
     memory_ = segments.protect();
-    registerUnwindTables(file, start);
+    unwindTables_ = registerUnwindTables(file, start);
 }
 
 void MachOImage::runInitialisers()

@@ -34,6 +34,7 @@ private:
     explicit MachOImage(const macho::MachOFile& file);
 
     macho::Pages memory_;
+    std::vector<std::byte> unwindTables_;
     std::vector<void (*)()> initialisers_;
     std::vector<ExportedSymbol> exports_;
 };

@@ -180,12 +180,11 @@ public:
 
     std::size_t size() const { return bytes_.size(); }
 
-    /// Ends the tables and gives them to the unwinder for good.
-    void registerForGood()
+    /// Ends the tables and gives them over.
+    std::vector<std::byte> finish()
     {
         append(std::uint32_t{0});
-        const auto& forGood = *new std::vector<std::byte>(std::move(bytes_));
-        __register_frame(forGood.data());
+        return std::move(bytes_);
     }
 
 private:
@@ -347,13 +346,13 @@ Word load(const std::byte* start, std::uint32_t offset)
 
 } // namespace
 
-void registerUnwindTables(const MachOFile& file, const std::byte* start)
+std::vector<std::byte> registerUnwindTables(const MachOFile& file, const std::byte* start)
 {
     const auto section = std::ranges::find_if(file.sections(), [](const Section& section) {
         return std::strncmp(section.name, "__unwind_info", sizeof section.name) == 0;
     });
     if (section == file.sections().end())
-        return;
+        return {};
     const Bytes bytes = file.slice().part(section->fileOffset, section->size);
     const auto header = bytes.at<UnwindHeader>(0);
 
@@ -374,7 +373,9 @@ void registerUnwindTables(const MachOFile& file, const std::byte* start)
         }
         addFunction(tables, commons[number], function, *frame, reinterpret_cast<Word>(start));
     }
-    tables.registerForGood();
+    std::vector<std::byte> finished = tables.finish();
+    __register_frame(finished.data());
+    return finished;
 }
 
 } // namespace simulator::macho

@@ -9,6 +9,8 @@ namespace simulator::macho {
 /// (<mach-o/compact_unwind_encoding.h>), which the machine's unwinder cannot read: they are translated into DWARF's
 /// (System V ABI, ".eh_frame"), exact wherever a function calls another. Functions of a form that compilers do not make for the
 /// phone are left out: an exception that comes to one of them ends the process.
-void registerUnwindTables(const MachOFile& file, const std::byte* start);
+///
+/// Gives the tables, which must stay as long as the process lives.
+std::vector<std::byte> registerUnwindTables(const MachOFile& file, const std::byte* start);
 
 } // namespace simulator::macho
