@@ -21,14 +21,15 @@ function(add_mach_o_object object architecture source)
         set(commands
             COMMAND ${compile} ${mach_o_flags} -MD -MF ${object}.d -MT ${object} -S ${source} -o ${object}.compiled.s
             COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/armv7_pointers.py ${object}.compiled.s ${object}.s
-            COMMAND ${compile} -c ${object}.s -o ${object})
+            COMMAND ${compile} -c ${object}.s -o ${object}
+            COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/armv7_addends.py ${object})
     else()
         set(commands COMMAND ${compile} ${mach_o_flags} -MD -MF ${object}.d -c ${source} -o ${object})
     endif()
     add_custom_command(
         OUTPUT ${object}
         ${commands}
-        DEPENDS ${source} ${packaging_tools}/armv7_pointers.py
+        DEPENDS ${source} ${packaging_tools}/armv7_pointers.py ${packaging_tools}/armv7_addends.py
         DEPFILE ${object}.d
         COMMENT "Compiling ${name} for ${architecture}"
         VERBATIM)

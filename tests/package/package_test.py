@@ -4,6 +4,7 @@ import io
 import plistlib
 import re
 import stat
+import struct
 import subprocess
 import sys
 import tarfile
@@ -176,6 +177,20 @@ class Library(unittest.TestCase):
         for name, address in image.exports().items():
             is_code = code["address"] <= address < code["address"] + code["size"]
             self.assertEqual(address & 1, int(is_code), name)
+
+    def test_points_to_functions_in_the_state_that_they_run_in(self):
+        image = IMAGES["armv7"]
+        code = image.sections["__TEXT", "__text"]
+        constants = image.sections["__DATA", "__const"]
+        start = constants["file_offset"]
+        words = struct.unpack_from(f"<{constants['size'] // 4}I", image.data, start)
+        pointers = [word for word in words if code["address"] <= word < code["address"] + code["size"]]
+        self.assertTrue(pointers)
+        self.assertEqual([hex(pointer) for pointer in pointers if not pointer & 1], [])
+
+    def test_leaves_its_code_for_the_platforms_in_a_way_that_leads_there(self):
+        # ldr ip, [pc, #4]; add pc, pc; bx ip
+        self.assertNotIn(bytes.fromhex("dff804c0 ff44 6047"), bytes(IMAGES["armv7"].data))
 
     def test_takes_only_what_ios_7_has(self):
         for name, image in IMAGES.items():
