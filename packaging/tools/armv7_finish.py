@@ -1,8 +1,8 @@
 """Does for an armv7 library what its linker leaves undone: `armv7_finish.py LIBRARY`.
 
 It takes the local symbols out, of which the linker keeps all (the stripping tools of the other processors' linker move the
-segments to its own page size), and marks the exported functions as Thumb code, so that a caller who looks one up by name
-enters it in the right state. The layout follows "OS X ABI Mach-O File Format Reference" and <mach-o/loader.h>.
+segments to its own page size), marks the exported functions as Thumb code, so that a caller who looks one up by name enters
+it in the right state, and mends the code by which a function that ends in a call of the platform goes to it. The layout follows "OS X ABI Mach-O File Format Reference" and <mach-o/loader.h>.
 """
 
 import struct
@@ -16,6 +16,9 @@ LC_DYSYMTAB = 0xB
 LC_DYLD_INFO_ONLY = 0x80000022
 SYMBOL = struct.Struct("<IBBhI")
 THUMB = 0x0008  # in a symbol's description
+# From Thumb code to a stub, which is not: the linker adds the program counter to itself in place of ip.
+SHIM = bytes.fromhex("dff804c0 ff44 6047")  # ldr ip, [pc, #4]; add pc, pc; bx ip
+MENDED_SHIM = bytes.fromhex("dff804c0 fc44 6047")  # ldr ip, [pc, #4]; add ip, pc; bx ip
 NO_SYMBOL = 0x40000000  # in the table of indirect symbols: a local or absolute one
 
 
@@ -60,7 +63,7 @@ def mark_thumb_exports(image, trie, thumb_addresses, node=0):
 
 
 def finished(image):
-    image = bytearray(image)
+    image = bytearray(image.replace(SHIM, MENDED_SHIM))
     found = commands(image)
     link_edit, symtab, dysymtab = found[LC_SEGMENT], found[LC_SYMTAB], found[LC_DYSYMTAB]
     symbol_offset, count, string_offset, _ = struct.unpack_from("<4I", image, symtab + 8)
