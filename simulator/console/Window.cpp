@@ -95,7 +95,7 @@ private:
     Uint64 last_ = 0;
 };
 
-constexpr double stripHeight = 26;
+constexpr CGFloat stripHeight = 26;
 constexpr Colour stripColour{0.07, 0.07, 0.1, 1};
 constexpr Colour stripTextColour{0.75, 0.75, 0.82, 1};
 
@@ -256,7 +256,10 @@ struct Window::Parts {
         }
     }
 
-    CGPoint inPoints(int x, int y) const { return {x / canvas->scale(), y / canvas->scale()}; }
+    CGPoint inPoints(int x, int y) const
+    {
+        return {static_cast<CGFloat>(x / canvas->scale()), static_cast<CGFloat>(y / canvas->scale())};
+    }
 
     void drawStrip(cairo_t* cairo) const
     {

@@ -133,10 +133,10 @@ void setWeather(Console&, Words arguments)
         setLocalWeather(std::nullopt);
         return;
     }
-    const auto code = parseNumber<long>(arguments[1]);
+    const auto code = parseNumber<std::int64_t>(arguments[1]);
     if (!code)
         throw BadLine('"' + arguments[1] + "\" is no condition code: write a whole number");
-    setLocalWeather(LocalWeather{arguments[0], *code});
+    setLocalWeather(LocalWeather{arguments[0], static_cast<NSInteger>(*code)});
 }
 
 void setUnits(Console&, Words arguments)

@@ -28,7 +28,7 @@ void setScreen(Options& options, const std::string& text)
         throw std::invalid_argument("--screen: \"" + text + "\" is not WIDTHxHEIGHT or WIDTHxHEIGHT@SCALE with sides from " +
                                     std::to_string(smallestSide) + " to " + std::to_string(largestSide) +
                                     " points and a scale from 1 to " + std::to_string(largestScale));
-    options.screen = {static_cast<double>(width), static_cast<double>(height), static_cast<double>(scale)};
+    options.screen = {static_cast<CGFloat>(width), static_cast<CGFloat>(height), static_cast<double>(scale)};
 }
 
 struct Option {

@@ -20,7 +20,7 @@ constexpr int noDescriptor = -1;
 timespec toTimespec(Clock::duration time)
 {
     const auto seconds = std::chrono::floor<std::chrono::seconds>(time);
-    return {seconds.count(), std::chrono::nanoseconds(time - seconds).count()};
+    return {static_cast<time_t>(seconds.count()), static_cast<long>(std::chrono::nanoseconds(time - seconds).count())};
 }
 
 /// Delivers what arrives until the descriptor is readable or the longest time is over; gives whether it is readable.

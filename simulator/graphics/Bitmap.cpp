@@ -36,8 +36,8 @@ std::shared_ptr<Bitmap> Bitmap::read(const std::filesystem::path& file, double s
     CairoPointer<cairo_surface_t> surface(cairo_image_surface_create_from_png(file.c_str()));
     if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS)
         return nullptr;
-    const CGSize size{cairo_image_surface_get_width(surface.get()) / scale,
-                      cairo_image_surface_get_height(surface.get()) / scale};
+    const CGSize size{static_cast<CGFloat>(cairo_image_surface_get_width(surface.get()) / scale),
+                      static_cast<CGFloat>(cairo_image_surface_get_height(surface.get()) / scale)};
     return std::shared_ptr<Bitmap>(new Bitmap(std::move(surface), size, scale));
 }
 

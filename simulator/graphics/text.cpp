@@ -57,7 +57,7 @@ CGSize sizeOf(PangoLayout* layout)
 {
     PangoRectangle extent;
     pango_layout_get_extents(layout, nullptr, &extent);
-    return {static_cast<double>(extent.width) / PANGO_SCALE, static_cast<double>(extent.height) / PANGO_SCALE};
+    return {static_cast<CGFloat>(extent.width) / PANGO_SCALE, static_cast<CGFloat>(extent.height) / PANGO_SCALE};
 }
 
 void show(cairo_t* cairo, PangoLayout* layout, CGPoint topLeft, const Colour& colour)

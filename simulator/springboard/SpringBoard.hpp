@@ -14,8 +14,8 @@ namespace simulator {
 
 struct ScreenSize {
     /// In points.
-    double width = 320;
-    double height = 568;
+    CGFloat width = 320;
+    CGFloat height = 568;
     /// Pixels per point.
     double scale = 2;
 };
