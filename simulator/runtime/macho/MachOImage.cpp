@@ -161,8 +161,15 @@ void* resolve(const std::string& symbol)
     return found != nullptr ? found : dlsym(RTLD_DEFAULT, name.c_str());
 }
 
+/// The same for a symbol that the library calls.
+void* resolveFunction(const std::string& symbol)
+{
+    void* const found = resolve(symbol);
+    return found == nullptr || found == phoneEntryPoint(symbol.substr(1)) ? found : callableByThePhone(found);
+}
+
 /// Writes the addresses of the symbols that the library takes from others.
-void bind(Bytes bytes, const MachOFile& file, const Segments& segments)
+void bindSymbols(Bytes bytes, void* (*resolve)(const std::string&), const MachOFile& file, const Segments& segments)
 {
     Reader instructions(bytes);
     std::size_t library = 0;
@@ -271,7 +278,8 @@ std::vector<ExportedSymbol> readExports(const MachOFile& file, const Segments& s
         return exports;
     forEachExport(file.exportsTrie(), 0, "", [&](const std::string& symbol, Word address) {
         const bool isFunction = isCode(file, address);
-        exports.push_back({symbol.starts_with('_') ? symbol.substr(1) : symbol, segments.at(address),
+        exports.push_back({symbol.starts_with('_') ? symbol.substr(1) : symbol,
+                           isFunction ? callableByThisMachine(segments.at(address)) : segments.at(address),
                            isFunction ? ExportedSymbol::Kind::function : ExportedSymbol::Kind::variable, !isFunction});
     });
     return exports;
@@ -284,7 +292,8 @@ std::vector<void (*)()> readInitialisers(const MachOFile& file, const Segments& 
         if ((section.flags & sectionTypeMask) != moduleInitialisers)
             continue;
         for (Word offset = 0; offset < section.size; offset += sizeof(Word))
-            initialisers.push_back(reinterpret_cast<void (*)()>(load(segments.pointerAt(section.address + offset))));
+            initialisers.push_back(reinterpret_cast<void (*)()>(
+                callableByThisMachine(reinterpret_cast<void*>(load(segments.pointerAt(section.address + offset))))));
     }
     return initialisers;
 }
@@ -306,8 +315,8 @@ MachOImage::MachOImage(const MachOFile& file)
 {
     Segments segments(file);
     rebase(file, segments);
-    bind(file.bindInstructions(), file, segments);
-    bind(file.lazyBindInstructions(), file, segments);
+    bindSymbols(file.bindInstructions(), &resolve, file, segments);
+    bindSymbols(file.lazyBindInstructions(), &resolveFunction, file, segments);
     exports_ = readExports(file, segments);
     initialisers_ = readInitialisers(file, segments);
     const std::byte* const start = segments.at(0);

@@ -7,17 +7,13 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <mutex>
 #include <string_view>
-#include <sys/mman.h>
-#include <unordered_map>
-#include <utility>
 #include <vector>
 
 #include "platform/Foundation/NSString.hpp"
 #include "platform/Substrate/MSHookMessageEx.hpp"
 #include "platform/runtime/objc.hpp"
+#include "simulator/runtime/macho/made_code.hpp"
 
 extern "C" {
 void NSLogv(NSString* format, va_list arguments);
@@ -127,36 +123,6 @@ std::vector<std::uint32_t> extendingArguments(const char* types)
     return instructions;
 }
 
-/// Memory for instructions made here, which stay until the process ends.
-std::uint32_t* placeForCode(std::size_t instructionCount)
-{
-    constexpr std::size_t pageSize = 0x10000;
-    static std::uint32_t* next = nullptr;
-    static std::uint32_t* end = nullptr;
-    if (next == nullptr || static_cast<std::size_t>(end - next) < instructionCount) {
-        void* const page = ::mmap(nullptr, pageSize, PROT_READ | PROT_WRITE | PROT_EXEC, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        if (page == MAP_FAILED) {
-            std::perror("springboard: no memory");
-            std::abort();
-        }
-        next = static_cast<std::uint32_t*>(page);
-        end = next + pageSize / sizeof *next;
-    }
-    return std::exchange(next, next + instructionCount);
-}
-
-struct Extenders {
-    std::mutex mutex;
-    /// By the code that was made for them.
-    std::unordered_map<const void*, const void*> implementations;
-};
-
-Extenders& extenders()
-{
-    static auto& made = *new Extenders;
-    return made;
-}
-
 /// The implementation itself, or code that extends the small arguments and goes on in it.
 IMP withExtendedArguments(IMP implementation, const char* types)
 {
@@ -171,12 +137,7 @@ IMP withExtendedArguments(IMP implementation, const char* types)
     code.push_back(static_cast<std::uint32_t>(address));
     code.push_back(static_cast<std::uint32_t>(address >> 32));
 
-    const std::lock_guard lock(extenders().mutex);
-    std::uint32_t* const place = placeForCode(code.size());
-    std::memcpy(place, code.data(), code.size() * sizeof code.front());
-    __builtin___clear_cache(reinterpret_cast<char*>(place), reinterpret_cast<char*>(place + code.size()));
-    extenders().implementations.emplace(place, reinterpret_cast<const void*>(implementation));
-    return reinterpret_cast<IMP>(place);
+    return reinterpret_cast<IMP>(makeCode(code, reinterpret_cast<const void*>(implementation)));
 }
 
 } // namespace
@@ -197,13 +158,6 @@ void hookMessageForThePhone(Class cls, SEL selector, IMP replacement, IMP* previ
     const Method method = cls == nullptr ? nullptr : class_getInstanceMethod(cls, selector);
     if (method != nullptr)
         MSHookMessageEx(cls, selector, withExtendedArguments(replacement, method_getTypeEncoding(method)), previous);
-}
-
-const void* withoutExtendedArguments(const void* code)
-{
-    const std::lock_guard lock(extenders().mutex);
-    const auto found = extenders().implementations.find(code);
-    return found != extenders().implementations.end() ? found->second : code;
 }
 
 } // namespace simulator

@@ -12,9 +12,6 @@ IMP variadicBridge(SEL selector);
 BOOL addMethodOfThePhone(Class cls, SEL selector, IMP implementation, const char* types);
 void hookMessageForThePhone(Class cls, SEL selector, IMP replacement, IMP* previous);
 
-/// The implementation behind code that these two have put before it; any other code itself.
-const void* withoutExtendedArguments(const void* code);
-
 } // namespace simulator
 
 /// NSLog with the variable arguments on the stack.

@@ -9,9 +9,15 @@
 
 #include "platform/runtime/objc.hpp"
 #include "platform/runtime/send.hpp"
+#include "simulator/runtime/macho/made_code.hpp"
 #if defined(__aarch64__)
 #include "simulator/runtime/macho/arm64_arguments.hpp"
+#elif defined(__arm__)
+#include "simulator/runtime/macho/armv7_calls.hpp"
+#include "simulator/runtime/macho/armv7_exceptions.hpp"
 #endif
+
+#if !defined(__arm__)
 
 extern "C" const char* objc_skip_type_qualifiers(const char* type);
 
@@ -83,7 +89,11 @@ extern "C" {
 {
     return targetFor(objc_msg_lookup_super(receiver, selector), receiver->superclass, selector);
 }
+}
 
+#endif
+
+extern "C" {
 [[gnu::visibility("hidden")]] void phone_objc_msgSend();
 [[gnu::visibility("hidden")]] void phone_objc_msgSendSuper();
 #if !defined(__aarch64__)
@@ -121,6 +131,13 @@ EntryPoint entryPoint(std::string_view name, Function* function)
     return {name, reinterpret_cast<void*>(function)};
 }
 
+/// For a function that follows this machine's convention.
+template <class Function>
+EntryPoint forThePhone(std::string_view name, Function* function)
+{
+    return {name, callableByThePhone(reinterpret_cast<void*>(function))};
+}
+
 } // namespace
 
 void* phoneEntryPoint(std::string_view name)
@@ -136,6 +153,16 @@ void* phoneEntryPoint(std::string_view name)
         entryPoint("objc_msgSend_stret", &phone_objc_msgSend_stret),
         entryPoint("objc_msgSendSuper_stret", &phone_objc_msgSendSuper_stret),
 #endif
+#if defined(__arm__)
+        entryPoint("NSLog", &phoneLog),
+        forThePhone("class_addMethod", &addMethodOfThePhone),
+        forThePhone("MSHookMessageEx", &hookMessageForThePhone),
+        forThePhone("CFNotificationCenterAddObserver", &addObserverOfThePhone),
+        entryPoint("_Unwind_SjLj_Register", &enterFunctionWithCleanUps),
+        entryPoint("_Unwind_SjLj_Unregister", &leaveFunctionWithCleanUps),
+        entryPoint("_Unwind_SjLj_Resume", &_Unwind_Resume),
+        entryPoint("__gxx_personality_sj0", &unwindPhoneFrame),
+#endif
         entryPoint("__stack_chk_guard", &stackGuard),
         entryPoint("__stack_chk_fail", &stackWasSmashed),
         // The loader binds every symbol at once.
@@ -148,13 +175,23 @@ void* phoneEntryPoint(std::string_view name)
     return nullptr;
 }
 
+#if !defined(__arm__)
+
+void* callableByThePhone(void* function)
+{
+    return function;
+}
+
+void* callableByThisMachine(void* function)
+{
+    return function;
+}
+
 const void* implementationBehind(const void* code)
 {
-#if defined(__aarch64__)
-    return withoutExtendedArguments(code);
-#else
-    return code;
-#endif
+    return functionBehind(code);
 }
+
+#endif
 
 } // namespace simulator

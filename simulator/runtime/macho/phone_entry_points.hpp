@@ -9,13 +9,21 @@
 /// - a result of less than 32 bits comes back extended, so the entry points extend what they hand back;
 /// - on arm64 an argument of less than 32 bits is extended by the caller, so a method or hook of the library that takes one
 ///   gets it through a few instructions that extend it;
-/// - on arm64 the variable arguments of a call all lie on the stack, so `stringWithFormat:` and `NSLog` find them there.
+/// - on arm64 the variable arguments of a call all lie on the stack, so `stringWithFormat:` and `NSLog` find them there;
+/// - on armv7 ("iOS ABI Function Call Guide", Apple) a number of 64 bits is aligned like one of 32, the stack too, and r9 need
+///   not be kept, so every call between the library and this machine goes through a frame that sees to all three.
 namespace simulator {
 
 /// The entry point of that name (a C name, without the underscore that symbols have); null when the machine's own will do.
 void* phoneEntryPoint(std::string_view name);
 
-/// The implementation that a library of the phone gave, for one that extends its arguments first; any other code itself.
+/// For a function of this machine, what a library of the phone calls for it.
+void* callableByThePhone(void* function);
+/// For a function of a library of the phone, what this machine calls for it.
+void* callableByThisMachine(void* function);
+
+/// The implementation that a library of the phone gave, for one that needs code before it; any other code itself.
+/// For the address to which a function of this machine returns, the place in the library that called it.
 const void* implementationBehind(const void* code);
 
 } // namespace simulator

@@ -1,3 +1,5 @@
+#if !defined(__arm__)
+
 #include "simulator/runtime/macho/unwind_tables.hpp"
 
 #include <algorithm>
@@ -379,3 +381,5 @@ std::vector<std::byte> registerUnwindTables(const MachOFile& file, const std::by
 }
 
 } // namespace simulator::macho
+
+#endif
