@@ -1,6 +1,8 @@
 #include <chrono>
-#include <future>
+#include <condition_variable>
 #include <gmock/gmock.h>
+#include <mutex>
+#include <optional>
 #include <thread>
 
 #include "simulator/runtime/SimulatedClass.hpp"
@@ -17,19 +19,45 @@ using testing::ElementsAre;
 constexpr auto moment = 100ms;
 constexpr auto patience = 30s;
 
-/// Takes the lock of an object in a thread of its own and lets go of it at once.
-std::future<void> lockElsewhere(NSObject* object)
-{
-    return std::async(std::launch::async, [object] {
-        objc_sync_enter(object);
-        objc_sync_exit(object);
-    });
-}
+/// Happens once; threads wait for it.
+class Event {
+public:
+    void happen()
+    {
+        const std::lock_guard lock(mutex_);
+        happened_ = true;
+        changed_.notify_all();
+    }
+    bool happensWithin(std::chrono::milliseconds time)
+    {
+        std::unique_lock lock(mutex_);
+        return changed_.wait_for(lock, time, [this] { return happened_; });
+    }
 
-bool isHeldFor(std::future<void>& lock)
-{
-    return lock.wait_for(moment) == std::future_status::timeout;
-}
+private:
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    bool happened_ = false;
+};
+
+/// Takes the lock of an object in a thread of its own and lets go of it at once.
+class LockElsewhere {
+public:
+    explicit LockElsewhere(NSObject* object)
+        : thread_([this, object] {
+              objc_sync_enter(object);
+              objc_sync_exit(object);
+              taken_.happen();
+          })
+    {
+    }
+
+    bool isTakenWithin(std::chrono::milliseconds time) { return taken_.happensWithin(time); }
+
+private:
+    Event taken_;
+    std::jthread thread_;
+};
 
 /// Puts a function in the place of a method of the calendar.
 template <FixedString Name>
@@ -74,34 +102,35 @@ TEST_P(Navigation, ClearsThenStepsThenDrawsTheDaysThenTheHeader)
 
 TEST_P(Navigation, HoldsTheViewsLockFromTheClearingToTheEndOfTheDrawing)
 {
-    static std::future<void> other;
+    static std::optional<LockElsewhere> other;
     static int held;
     const auto calendar = newCalendar();
     replace<"clearViews">([](UIView* self, SEL) {
-        other = lockElsewhere(self);
-        held += isHeldFor(other);
+        other.emplace(self);
+        held += !other->isTakenWithin(moment);
     });
-    replace<"drawDays">([](UIView*, SEL) { held += isHeldFor(other); });
-    replace<"drawHeader">([](UIView*, SEL) { held += isHeldFor(other); });
+    replace<"drawDays">([](UIView*, SEL) { held += !other->isTakenWithin(moment); });
+    replace<"drawHeader">([](UIView*, SEL) { held += !other->isTakenWithin(moment); });
     navigate(calendar, GetParam());
     EXPECT_EQ(held, 3);
-    EXPECT_EQ(other.wait_for(patience), std::future_status::ready);
+    EXPECT_TRUE(other->isTakenWithin(patience));
 }
 
 TEST_P(Navigation, WaitsForWhoHoldsTheViewsLock)
 {
     const auto calendar = newCalendar();
-    std::promise<void> entered, leave;
-    const auto holder = std::async(std::launch::async, [&] {
+    Event entered;
+    Event leave;
+    const std::jthread holder([&] {
         objc_sync_enter(calendar);
-        entered.set_value();
-        leave.get_future().wait();
+        entered.happen();
+        leave.happensWithin(patience);
         objc_sync_exit(calendar);
     });
-    entered.get_future().wait();
-    const auto release = std::async(std::launch::async, [&] {
+    ASSERT_TRUE(entered.happensWithin(patience));
+    const std::jthread release([&] {
         std::this_thread::sleep_for(moment);
-        leave.set_value();
+        leave.happen();
     });
     const auto start = std::chrono::steady_clock::now();
     navigate(calendar, GetParam());
@@ -110,14 +139,14 @@ TEST_P(Navigation, WaitsForWhoHoldsTheViewsLock)
 
 TEST_P(Navigation, LeavesTheLocksOfOtherViewsAlone)
 {
-    static std::future_status status;
+    static bool isFree;
     static UIView* neighbour;
     const auto calendar = newCalendar();
     const auto other = newCalendar();
     neighbour = other;
-    replace<"drawDays">([](UIView*, SEL) { status = lockElsewhere(neighbour).wait_for(patience); });
+    replace<"drawDays">([](UIView*, SEL) { isFree = LockElsewhere(neighbour).isTakenWithin(patience); });
     navigate(calendar, GetParam());
-    EXPECT_EQ(status, std::future_status::ready);
+    EXPECT_TRUE(isFree);
 }
 
 TEST_P(Navigation, MayNavigateWithinItself)
@@ -130,7 +159,7 @@ TEST_P(Navigation, MayNavigateWithinItself)
     });
     navigate(calendar, GetParam());
     EXPECT_EQ(depth, 2);
-    EXPECT_EQ(lockElsewhere(calendar).wait_for(patience), std::future_status::ready);
+    EXPECT_TRUE(LockElsewhere(calendar).isTakenWithin(patience));
 }
 
 TEST_P(Navigation, LetsGoOfTheLockWhenAnExceptionPassesThrough)
@@ -146,7 +175,7 @@ TEST_P(Navigation, LetsGoOfTheLockWhenAnExceptionPassesThrough)
         raised = true;
     }
     EXPECT_TRUE(raised);
-    EXPECT_EQ(lockElsewhere(calendar).wait_for(patience), std::future_status::ready);
+    EXPECT_TRUE(LockElsewhere(calendar).isTakenWithin(patience));
 }
 
 INSTANTIATE_TEST_SUITE_P(By, Navigation, testing::Values("nextMonth", "prevMonth", "nextYear", "prevYear"),
@@ -156,17 +185,18 @@ TEST(NavigationLock, IsNotTakenForStepsQueriesAndDrawings)
 {
     const RegionalPhone phone;
     const auto calendar = newCalendarOn("2014-03-15");
-    std::promise<void> entered, leave;
-    const auto holder = std::async(std::launch::async, [&] {
+    Event entered;
+    Event leave;
+    const std::jthread holder([&] {
         objc_sync_enter(calendar);
-        entered.set_value();
-        leave.get_future().wait();
+        entered.happen();
+        leave.happensWithin(patience);
         objc_sync_exit(calendar);
     });
-    entered.get_future().wait();
+    ASSERT_TRUE(entered.happensWithin(patience));
     for (const char* name : {"goOneMonthForward", "goOneMonthBack", "goOneYearForward", "goOneYearBack",
                              "getTotalDaysInCurrentMonth", "getOffsetDays", "drawHeader", "drawDays", "clearViews"})
         navigate(calendar, name);
-    leave.set_value();
+    leave.happen();
     EXPECT_EQ(shownMonth(calendar), "2014-3");
 }

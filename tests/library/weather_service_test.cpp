@@ -288,21 +288,22 @@ TEST(WeatherSentence, LooksAtTheLow32BitsOfACodeAlone)
 {
     const InjectedPhone phone;
     takeNotes();
-    const std::pair<NSInteger, const char*> cases[] = {
-        {(NSInteger{1} << 32) + 26, "Cloudy"},
-        {(NSInteger{7} << 32) + 32, "Sunny"},
-        {(NSInteger{1} << 32), "Not Available"},
+    const std::pair<std::int64_t, const char*> cases[] = {
+        {(std::int64_t{1} << 32) + 26, "Cloudy"},
+        {(std::int64_t{7} << 32) + 32, "Sunny"},
+        {(std::int64_t{1} << 32), "Not Available"},
         {std::numeric_limits<std::int64_t>::min() + 47, "Thunderstorm"},
         {std::numeric_limits<std::int64_t>::min(), "Not Available"},
         {std::numeric_limits<std::int64_t>::max(), "Not Available"},
         {-1, "Not Available"},
         {std::numeric_limits<std::int32_t>::min(), "Not Available"},
         {std::numeric_limits<std::int32_t>::max(), "Not Available"},
-        {NSInteger{1} << 31, "Not Available"},
-        {(NSInteger{1} << 32) - 1, "Not Available"},
+        {std::int64_t{1} << 31, "Not Available"},
+        {(std::int64_t{1} << 32) - 1, "Not Available"},
     };
     for (const auto& [code, word] : cases) {
-        answers.conditionCode = code;
+        // Where an integer of the platform has 32 bits, these are all there is.
+        answers.conditionCode = static_cast<NSInteger>(code);
         EXPECT_EQ(sentenceText(), "It's a few° C and " + std::string(word) + ".") << code;
     }
 }

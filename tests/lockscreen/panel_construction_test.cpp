@@ -137,8 +137,8 @@ TEST(PanelOnTheConsole, LetsItsLinesShrinkToSixteenPoints)
     const auto lines = shownOnConsole({"headlineLabel.minimumScaleFactor", "subtitleLabel.minimumScaleFactor",
                                        "headlineLabel.adjustsFontSizeToFitWidth", "subtitleLabel.adjustsFontSizeToFitWidth",
                                        "headlineLabel.numberOfLines", "subtitleLabel.numberOfLines"});
-    EXPECT_EQ(lines[0].get<double>(), 16 / 37.5);
-    EXPECT_EQ(lines[1].get<double>(), 16 / 17.5);
+    EXPECT_EQ(lines[0].get<CGFloat>(), static_cast<CGFloat>(16 / 37.5));
+    EXPECT_EQ(lines[1].get<CGFloat>(), static_cast<CGFloat>(16 / 17.5));
     EXPECT_EQ(lines[2], true);
     EXPECT_EQ(lines[3], true);
     EXPECT_EQ(lines[4], 1);

@@ -8,6 +8,7 @@
 #include "platform/runtime/instance_variable.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "tests/support/Phone.hpp"
+#include "tests/support/encoded_here.hpp"
 
 /// Classes described to the runtime by C++ code.
 
@@ -138,7 +139,7 @@ TEST_F(ClassBuilderTest, PutsInstanceVariablesBehindThoseOfTheSuperclass)
 TEST_F(ClassBuilderTest, EncodesTheTypesOfInstanceVariables)
 {
     EXPECT_EQ(ivarEncoding("_name"), "@");
-    EXPECT_EQ(ivarEncoding("power"), "q");
+    EXPECT_EQ(ivarEncoding("power"), encodedHere("q"));
     EXPECT_EQ(ivarEncoding("_room"), "@");
     EXPECT_EQ(ivarEncoding("_light"), "{CGRect={CGPoint=dd}{CGSize=dd}}");
     EXPECT_EQ(ivarEncoding("_isLit"), "C");
@@ -191,9 +192,9 @@ TEST_F(ClassBuilderTest, EncodesTheTypesOfMethods)
 {
     EXPECT_EQ(methodEncodingOf("name"), "@@:");
     EXPECT_EQ(methodEncodingOf("setName:"), "v@:@");
-    EXPECT_EQ(methodEncodingOf("plotAtX:Y:Day:isGreyDay:"), "q@:ddqC");
-    EXPECT_EQ(methodEncodingOf("light"), "{CGRect={CGPoint=dd}{CGSize=dd}}@:");
-    EXPECT_EQ(methodEncodingOf("initWithFrame:"), "@@:{CGRect={CGPoint=dd}{CGSize=dd}}");
+    EXPECT_EQ(methodEncodingOf("plotAtX:Y:Day:isGreyDay:"), encodedHere("q@:ddqC"));
+    EXPECT_EQ(methodEncodingOf("light"), encodedHere("{CGRect={CGPoint=dd}{CGSize=dd}}@:"));
+    EXPECT_EQ(methodEncodingOf("initWithFrame:"), encodedHere("@@:{CGRect={CGPoint=dd}{CGSize=dd}}"));
 }
 
 TEST_F(ClassBuilderTest, ReachesTheSuperclassesMethod)

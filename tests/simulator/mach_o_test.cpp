@@ -4,6 +4,7 @@
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
 #include "platform/Foundation/NSString.hpp"
+#include "platform/runtime/Encoding.hpp"
 #include "platform/runtime/objc.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/runtime/Image.hpp"
@@ -72,7 +73,7 @@ void setNumberAt(std::string& contents, std::size_t offset, std::uint32_t number
 /// The place of the first load command of that kind.
 std::size_t loadCommand(const std::string& contents, std::uint32_t kind)
 {
-    std::size_t offset = 32;
+    std::size_t offset = sizeof(void*) == 8 ? 32 : 28;
     while (numberAt(contents, offset) != kind)
         offset += numberAt(contents, offset + 4);
     return offset;
@@ -90,28 +91,45 @@ std::string fatFile(const std::string& library, std::uint32_t cpuType)
     return fat + std::string(page, '?') + library;
 }
 
-/// Registers a method whose result comes with bits that do not belong to it.
-template <long Result>
-void addMethod(Class cls, const char* selector, const char* types)
+#if defined(__arm__)
+/// Here functions extend small results, as they do on the phone.
+constexpr std::int64_t litterInResults = 0;
+#else
+/// What this machine's functions may leave above a small result.
+constexpr std::int64_t litterInResults = 0x7a7a7a7a5a5a0000;
+#endif
+
+template <class T>
+long asResult(T value)
 {
-    class_addMethod(cls, sel_registerName(selector), reinterpret_cast<IMP>(+[](id, SEL) -> long { return Result; }), types);
+    if constexpr (litterInResults == 0)
+        return value;
+    else if constexpr (sizeof value == 1)
+        return litterInResults | 0x5a00 | static_cast<unsigned char>(value);
+    else
+        return litterInResults | static_cast<unsigned short>(value);
 }
 
-constexpr long alien = 0x7a7a7a7a00000000;
+template <auto Result>
+void addMethod(Class cls, const char* selector)
+{
+    class_addMethod(cls, sel_registerName(selector), reinterpret_cast<IMP>(+[](id, SEL) { return asResult(Result); }),
+                    methodEncoding<decltype(Result)>.text);
+}
 
 Class smallResults()
 {
     static Class cls = nullptr;
     if (cls == nullptr) {
         cls = objc_allocateClassPair(objc_getClass("NSObject"), "SmallResults", 0);
-        addMethod<alien | 0x5a5a5a80>(cls, "signedByte", "c@:");
-        addMethod<alien | 0x5a5a5a80>(cls, "unsignedByte", "C@:");
-        addMethod<alien | 0x5a5a8001>(cls, "signedHalf", "s@:");
-        addMethod<alien | 0x5a5a8001>(cls, "unsignedHalf", "S@:");
-        addMethod<alien | 0x5a5a5a01>(cls, "truth", "B@:");
+        addMethod<static_cast<signed char>(-128)>(cls, "signedByte");
+        addMethod<static_cast<unsigned char>(128)>(cls, "unsignedByte");
+        addMethod<static_cast<short>(-32767)>(cls, "signedHalf");
+        addMethod<static_cast<unsigned short>(32769)>(cls, "unsignedHalf");
+        addMethod<true>(cls, "truth");
         class_addMethod(cls, sel_registerName("rectangle"),
                         reinterpret_cast<IMP>(+[](id, SEL) { return CGRect::make(1.5, 2.5, 3.5, 4.5); }),
-                        "{CGRect={CGPoint=dd}{CGSize=dd}}@:");
+                        methodEncoding<CGRect>.text);
         objc_registerClassPair(cls);
     }
     return cls;
@@ -324,7 +342,7 @@ TEST_F(PhoneLibrary, LeavesItsCallersRegistersAsTheyWere)
 
 TEST_F(PhoneLibrary, LetsAnExceptionOfTheRuntimeThrough)
 {
-    const auto arguments = exportedFunction<NSString*(const char*, double)>("arguments");
+    const auto arguments = exportedFunction<NSString*(const char*, const double&)>("arguments");
     EXPECT_EQ(textOf(arguments("%.1f", 2.5)), "2.5");
     const Owned<NSObject> object = adopt(send<"new", NSObject*>(objc_getClass("NSObject")));
     // An object that does not know the message raises.
