@@ -11,6 +11,8 @@ set(mach_o_triple_x86_64 x86_64-apple-ios7.0-simulator)
 set(mach_o_platform_arm64 ios)
 set(mach_o_platform_x86_64 ios-simulator)
 set(packaging_tools ${PROJECT_SOURCE_DIR}/packaging/tools)
+# One for each of the phone's libraries that ours uses.
+file(GLOB phone_stubs CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/packaging/stubs/*.tbd)
 
 function(add_mach_o_object object architecture source)
     cmake_path(GET object PARENT_PATH folder)
@@ -63,7 +65,7 @@ function(add_mach_o_library file architecture)
             ld64.lld.darwinold-13 -arch armv7 -ios_version_min 7.0 -sdk_version 7.0)
         set(finish ${Python3_EXECUTABLE} ${packaging_tools}/armv7_finish.py)
     else()
-        # A library outside of the shop is not encrypted, so its code needs no pages of its own.
+        # A library outside the App Store is not encrypted, so its code needs no pages of its own.
         set(stubs ${arg_STUBS})
         set(link ld64.lld-19 -arch ${architecture} -platform_version ${mach_o_platform_${architecture}} 7.0 7.0
             -dead_strip -no_adhoc_codesign -no_encryption)

@@ -2,7 +2,6 @@
 #   BUILD/phone-library/Solvane.dylib         what ships: for the phone's two processors, in one file
 #   BUILD/phone-library/x86_64/Solvane.dylib  the same for a desk's processor
 set(phone_library_folder ${PROJECT_BINARY_DIR}/phone-library)
-file(GLOB phone_stubs CONFIGURE_DEPENDS packaging/stubs/*.tbd)
 
 foreach(architecture IN ITEMS armv7 arm64 x86_64)
     add_mach_o_library(${phone_library_folder}/${architecture}/Solvane.dylib ${architecture}

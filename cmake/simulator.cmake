@@ -1,6 +1,7 @@
 # The phone on a desk: a SpringBoard process that libraries are injected into, and the tool that posts notifications to it.
 file(GLOB simulator_sources CONFIGURE_DEPENDS
-    simulator/runtime/*.cpp simulator/runtime/macho/*.cpp simulator/runtime/macho/*.S simulator/foundation/*.cpp simulator/graphics/*.cpp simulator/quartzcore/*.cpp
+    simulator/runtime/*.cpp simulator/runtime/macho/*.cpp simulator/runtime/macho/*.S simulator/foundation/*.cpp
+    simulator/graphics/*.cpp simulator/quartzcore/*.cpp
     simulator/uikit/*.cpp simulator/springboard/*.cpp simulator/services/*.cpp)
 file(GLOB console_sources CONFIGURE_DEPENDS simulator/console/*.cpp)
 
@@ -27,7 +28,7 @@ target_link_libraries(solvane-settings PRIVATE simulator)
 
 # A program for another processor is started by a script of its name, which has the emulator run it.
 if(CMAKE_CROSSCOMPILING_EMULATOR)
-    list(JOIN CMAKE_CROSSCOMPILING_EMULATOR " " launcher_emulator)
+    list(JOIN CMAKE_CROSSCOMPILING_EMULATOR "' '" launcher_emulator)
     foreach(program IN ITEMS springboard notifypost solvane-settings)
         set(launcher_program ${PROJECT_BINARY_DIR}/emulated/${program})
         set_target_properties(${program} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/emulated)

@@ -108,6 +108,17 @@ def segments(image):
     return found
 
 
+def first_section(image):
+    """Where the contents of the first section begin in the file."""
+    starts = []
+    for offset, kind in commands(image):
+        if kind in SEGMENT_COMMANDS:
+            head, size, place = (56, 68, 40) if kind == 0x1 else (72, 80, 48)
+            (count,) = struct.unpack_from("<I", image, offset + head - 8)
+            starts += [struct.unpack_from("<I", image, offset + head + size * i + place)[0] for i in range(count)]
+    return min(start for start in starts if start)
+
+
 def signed(image, identifier):
     places = list(commands(image))
     if any(kind == LC_CODE_SIGNATURE for _, kind in places):
@@ -122,7 +133,7 @@ def signed(image, identifier):
     # A load command more, in the room that the linker left behind the others.
     end, _ = places[-1]
     room = 16
-    if any(image[end : end + room]):
+    if end + room > first_section(image) or any(image[end : end + room]):
         raise Fault("there is no room for another load command")
     struct.pack_into("<IIII", image, end, LC_CODE_SIGNATURE, room, start, size)
     count, command_size = struct.unpack_from("<II", image, 16)

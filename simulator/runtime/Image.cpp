@@ -4,6 +4,7 @@
 #include <elf.h>
 #include <link.h>
 #include <map>
+#include <mutex>
 #include <stdexcept>
 
 #include "simulator/runtime/macho/MachOImage.hpp"
@@ -55,10 +56,16 @@ private:
     std::vector<ExportedSymbol> exports_;
 };
 
-std::map<std::filesystem::path, std::unique_ptr<Image>>& images()
+struct Images {
+    /// Recursive, since an initialiser may open more of them.
+    std::recursive_mutex mutex;
+    std::map<std::filesystem::path, std::unique_ptr<Image>> opened;
+};
+
+Images& images()
 {
-    static auto& opened = *new std::map<std::filesystem::path, std::unique_ptr<Image>>;
-    return opened;
+    static auto& all = *new Images;
+    return all;
 }
 
 } // namespace
@@ -69,15 +76,17 @@ const Image& openImage(const std::filesystem::path& file)
     const auto path = std::filesystem::canonical(file, missing);
     if (missing)
         throw std::runtime_error(file.native() + ": " + missing.message());
-    if (const auto found = images().find(path); found != images().end())
+    const std::lock_guard lock(images().mutex);
+    auto& opened = images().opened;
+    if (const auto found = opened.find(path); found != opened.end())
         return *found->second;
     if (!isMachO(path))
-        return *images().emplace(path, std::make_unique<ElfImage>(path)).first->second;
+        return *opened.emplace(path, std::make_unique<ElfImage>(path)).first->second;
 
     // An initialiser may ask for more libraries, this one among them.
     auto library = std::make_unique<MachOImage>(path);
     MachOImage& image = *library;
-    images().emplace(path, std::move(library));
+    opened.emplace(path, std::move(library));
     image.runInitialisers();
     return image;
 }
@@ -85,7 +94,8 @@ const Image& openImage(const std::filesystem::path& file)
 std::filesystem::path fileOfCode(const void* code)
 {
     const void* const own = implementationBehind(code);
-    for (const auto& [path, image] : images()) {
+    const std::lock_guard lock(images().mutex);
+    for (const auto& [path, image] : images().opened) {
         const auto* const library = dynamic_cast<const MachOImage*>(image.get());
         if (library != nullptr && library->contains(own))
             return path;

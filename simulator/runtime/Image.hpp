@@ -13,7 +13,7 @@ struct ExportedSymbol {
     std::string name;
     void* address;
     Kind kind;
-    /// Of an object's pointer size, as far as the file tells sizes.
+    /// A variable of an object's pointer size; of a Mach-O library, which tells no sizes, any variable.
     bool canHoldObject;
 };
 
@@ -26,7 +26,8 @@ public:
 
 /// Loads the library in that file and runs its initialisers: a Mach-O library for this processor, as the phone's loader does,
 /// or one of the machine's own. A library that is loaded already is given again. Throws std::runtime_error with the reason
-/// when it cannot be loaded; nothing of it stays then. An image lives until the process ends.
+/// when it cannot be loaded; nothing of it stays then. An exception out of an initialiser ends the process, as on the phone. An
+/// image lives until the process ends.
 const Image& openImage(const std::filesystem::path& file);
 
 /// The file of the library in which that code lies, empty when there is none; for an implementation of a method, the file of

@@ -19,7 +19,7 @@ bool isFromThePhone(const void* caller)
     return !root.empty() && simulator::fileOfCode(caller).native().starts_with(root);
 }
 
-/// The image as a handle; null, without a word, when it cannot be loaded.
+/// A handle that tells no more than that the library is loaded; null, without a word, when it cannot be.
 void* openMachO(const std::filesystem::path& file)
 {
     try {

@@ -18,7 +18,7 @@ void injectLibraries(const std::vector<std::filesystem::path>& more);
 /// A symbol that an injected library exports, the first library's first.
 std::optional<ExportedSymbol> exportedSymbol(const std::string& name);
 
-/// Every variable of an object's pointer size that the injected libraries export.
+/// Every variable that the injected libraries export and that can hold an object.
 std::vector<ExportedSymbol> exportedVariables();
 
 } // namespace simulator

@@ -47,9 +47,8 @@ class Image:
 
     def __init__(self, data):
         self.data = data
-        magic, cpu, _, self.file_type, count, _, self.flags = struct.unpack_from("<7I", data)
+        magic, _, _, self.file_type, count, _, self.flags = struct.unpack_from("<7I", data)
         self.is_64_bit = magic == 0xFEEDFACF
-        self.architecture = CPU_NAMES[cpu]
         self.word = 8 if self.is_64_bit else 4
         self.segments = []
         self.sections = {}
@@ -69,7 +68,6 @@ class Image:
                 else:
                     self.libraries.append(entry)
             offset += size
-        self.commands_end = offset
 
     def _read_segment(self, offset):
         form, section_form = ("<16s4Q4I", "<16s16sQQ6I") if self.is_64_bit else ("<16s4I4I", "<16s16sII6I")

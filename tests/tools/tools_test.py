@@ -81,6 +81,7 @@ def main():
     if len(sys.argv) != 4:
         sys.exit(__doc__)
     springboard, settings, tree = (pathlib.Path(word).resolve() for word in sys.argv[1:])
+    tree = pathlib.Path(os.environ.get("SOLVANE_PHONE_TREE", tree))
     with tempfile.TemporaryDirectory() as name:
         try_tour(springboard, tree, pathlib.Path(name))
         try_settings(springboard, settings, tree, pathlib.Path(name))

@@ -127,6 +127,7 @@ def main():
     if len(sys.argv) != 3:
         sys.exit(__doc__)
     springboard, tree = (pathlib.Path(word).resolve() for word in sys.argv[1:])
+    tree = pathlib.Path(os.environ.get("SOLVANE_PHONE_TREE", tree))
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         shutil.copytree(tree, folder / "root")

@@ -1,7 +1,9 @@
 #include "simulator/runtime/macho/CodeSignature.hpp"
 
+#include <algorithm>
 #include <glib.h>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace simulator::macho {
@@ -59,6 +61,13 @@ bool hasHash(Bytes content, Bytes expected, HashType type)
     return size == expected.size() && std::memcmp(digest, expected.data(), size) == 0;
 }
 
+bool hasHashOrNone(std::optional<Bytes> content, Bytes expected, HashType type)
+{
+    if (content)
+        return hasHash(*content, expected, type);
+    return std::all_of(expected.data(), expected.data() + expected.size(), [](std::byte byte) { return byte == std::byte{0}; });
+}
+
 using Blobs = std::map<std::uint32_t, Bytes>;
 
 Bytes blobAt(Bytes bytes, std::size_t offset)
@@ -90,7 +99,10 @@ void verify(Bytes directory, Bytes code, const Blobs& blobs)
         throw std::runtime_error("its code signature does not cover the whole of it");
 
     const std::size_t hashes = directory.bigEndianAt(hashOffsetField);
-    const std::size_t page = std::size_t{1} << (directory.at<std::uint8_t>(pageShiftField) & 31);
+    constexpr std::uint8_t pageShift = 12;
+    constexpr std::size_t page = std::size_t{1} << pageShift;
+    if (directory.at<std::uint8_t>(pageShiftField) != pageShift)
+        throw std::runtime_error("its code signature is for pages of another size");
     const std::size_t pageCount = directory.bigEndianAt(codeSlotCountField);
     if (pageCount != (code.size() + page - 1) / page)
         throw std::runtime_error("its code signature does not cover the whole of it");
@@ -102,10 +114,14 @@ void verify(Bytes directory, Bytes code, const Blobs& blobs)
 
     // The hashes of the other blobs stand before the pages', the first slot's last. A slot without a blob is all zeros.
     const std::uint32_t specialCount = directory.bigEndianAt(specialSlotCountField);
-    for (const auto& [slot, blob] : blobs) {
-        if (slot == codeDirectorySlot || slot > lastSpecialSlot)
+    for (std::uint32_t slot = 1; slot <= std::max<std::uint32_t>(specialCount, lastSpecialSlot); ++slot) {
+        const auto found = blobs.find(slot);
+        if (slot > specialCount && found == blobs.end())
             continue;
-        if (slot > specialCount || !hasHash(blob, directory.part(hashes - slot * type.size, type.size), type))
+        const bool matches =
+            slot <= specialCount && hasHashOrNone(found != blobs.end() ? std::optional(found->second) : std::nullopt,
+                                                  directory.part(hashes - slot * type.size, type.size), type);
+        if (!matches)
             throw std::runtime_error("blob " + std::to_string(slot) + " of its code signature does not have its hash");
     }
 }

@@ -87,11 +87,16 @@ MachOFile::MachOFile(const std::filesystem::path& path)
     std::size_t offset = headerSize;
     for (std::uint32_t i = 0; i < header.commandCount; ++i) {
         const auto command = slice_.at<LoadCommand>(offset);
+        if (command.size < sizeof command || offset + command.size > headerSize + header.commandsSize)
+            throw std::runtime_error("its load commands are damaged");
         switch (command.kind) {
         case segmentKind:
             readSegment(offset);
             break;
         case LC_LOAD_DYLIB:
+        case LC_LOAD_WEAK_DYLIB:
+        case LC_REEXPORT_DYLIB:
+        case LC_LOAD_UPWARD_DYLIB:
             libraries_.emplace_back(slice_.textAt(offset + slice_.at<LibraryCommand>(offset).nameOffset));
             break;
         case LC_DYLD_INFO_ONLY:

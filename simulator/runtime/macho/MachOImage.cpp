@@ -5,6 +5,7 @@
 #include <fstream>
 #include <functional>
 #include <limits>
+#include <set>
 #include <sys/mman.h>
 
 #include "simulator/runtime/macho/phone_entry_points.hpp"
@@ -51,7 +52,7 @@ public:
     /// A library is linked to be at address 0.
     std::byte* at(Word address) const { return pages_.data() + address; }
 
-    /// Where a pointer lies: in one of the segments.
+    /// Where a pointer of the library lies.
     std::byte* pointerAt(Word address) const
     {
         if (address > pages_.size() || pages_.size() - address < sizeof(Word))
@@ -60,9 +61,15 @@ public:
     }
     std::byte* pointerAt(std::size_t segment, Word offset) const
     {
-        if (segment >= file_.segments().size())
+        if (segment >= file_.segments().size() || offset >= file_.segments()[segment].memorySize)
             failOnInstruction();
         return pointerAt(file_.segments()[segment].address + offset);
+    }
+    /// No instruction is for more pointers than there is room for.
+    void checkCount(std::uint64_t count) const
+    {
+        if (count > pages_.size() / sizeof(Word))
+            failOnInstruction();
     }
 
     /// Gives the pages over, protected as the file demands.
@@ -105,6 +112,7 @@ void rebase(const MachOFile& file, const Segments& segments)
     std::size_t segment = 0;
     Word offset = 0;
     const auto rebaseTimes = [&](std::uint64_t count, Word skipped) {
+        segments.checkCount(count);
         for (std::uint64_t i = 0; i < count; ++i) {
             std::byte* const pointer = segments.pointerAt(segment, offset);
             store(pointer, load(pointer) + reinterpret_cast<Word>(segments.at(0)));
@@ -232,6 +240,7 @@ void bindSymbols(Bytes bytes, void* (*resolve)(const std::string&), const MachOF
         case BIND_TIMES_SKIPPING: {
             const std::uint64_t count = instructions.number();
             const Word skipped = instructions.number();
+            segments.checkCount(count);
             for (std::uint64_t i = 0; i < count; ++i)
                 bindOnce(skipped);
             break;
@@ -243,26 +252,38 @@ void bindSymbols(Bytes bytes, void* (*resolve)(const std::string&), const MachOF
 }
 
 /// Visits each name of an exports trie with the address, relative to the library, that it stands for.
-void forEachExport(Bytes trie, std::size_t node, const std::string& name,
-                   const std::function<void(const std::string&, Word)>& visit)
-{
-    Reader reader(trie, node);
-    const std::uint64_t size = reader.number();
-    const std::size_t content = reader.offset();
-    if (size != 0) {
-        [[maybe_unused]] const std::uint64_t flags = reader.number();
-        visit(name, reader.number());
-    }
-    Reader children(trie, content + size);
-    for (std::uint8_t count = children.byte(); count != 0; --count) {
-        const std::string longer = name + children.text();
-        const std::size_t child = children.number();
-        // Each step adds to the name, or the walk would not come to an end.
-        if (longer.size() == name.size() || longer.size() > trie.size())
+class ExportsWalk {
+public:
+    using Visit = std::function<void(const std::string&, Word)>;
+
+    ExportsWalk(Bytes trie, Visit visit) : trie_(trie), visit_(std::move(visit)) {}
+
+    void walk(std::size_t node, const std::string& name)
+    {
+        constexpr std::size_t longestName = 4096;
+        // Each step adds to the name and comes to a node of its own, or the walk would not come to an end.
+        if (name.size() > longestName || !visited_.insert(node).second)
             throw std::runtime_error("its table of exports is damaged");
-        forEachExport(trie, child, longer, visit);
+        Reader reader(trie_, node);
+        const std::uint64_t size = reader.number();
+        const std::size_t content = reader.offset();
+        if (size != 0) {
+            if (reader.number() != plainExport)
+                throw std::runtime_error("it exports in a way that is not known");
+            visit_(name, reader.number());
+        }
+        Reader children(trie_, content + size);
+        for (std::uint8_t count = children.byte(); count != 0; --count) {
+            const std::string label = children.text();
+            walk(children.number(), name + label);
+        }
     }
-}
+
+private:
+    Bytes trie_;
+    Visit visit_;
+    std::set<std::size_t> visited_;
+};
 
 bool isCode(const MachOFile& file, Word address)
 {
@@ -276,12 +297,13 @@ std::vector<ExportedSymbol> readExports(const MachOFile& file, const Segments& s
     std::vector<ExportedSymbol> exports;
     if (file.exportsTrie().size() == 0)
         return exports;
-    forEachExport(file.exportsTrie(), 0, "", [&](const std::string& symbol, Word address) {
+    ExportsWalk walk(file.exportsTrie(), [&](const std::string& symbol, Word address) {
         const bool isFunction = isCode(file, address);
         exports.push_back({symbol.starts_with('_') ? symbol.substr(1) : symbol,
                            isFunction ? callableByThisMachine(segments.at(address)) : segments.at(address),
                            isFunction ? ExportedSymbol::Kind::function : ExportedSymbol::Kind::variable, !isFunction});
     });
+    walk.walk(0, "");
     return exports;
 }
 
@@ -324,7 +346,7 @@ MachOImage::MachOImage(const MachOFile& file)
     unwindTables_ = registerUnwindTables(file, start);
 }
 
-void MachOImage::runInitialisers()
+void MachOImage::runInitialisers() noexcept
 {
     for (const auto initialiser : initialisers_)
         initialiser();

@@ -25,7 +25,7 @@ public:
     explicit MachOImage(const std::filesystem::path& file);
 
     /// To be called once.
-    void runInitialisers();
+    void runInitialisers() noexcept;
 
     const std::vector<ExportedSymbol>& exports() const override { return exports_; }
     bool contains(const void* address) const;

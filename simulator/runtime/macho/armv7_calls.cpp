@@ -124,7 +124,8 @@ ArgumentWords formattedArguments(std::size_t wordsUpToFormat, NSString* format)
 
 ArgumentWords argumentsOfSend(Class cls, SEL selector)
 {
-    thread_local std::unordered_map<Method, ArgumentWords> known;
+    // Never destroyed: objects are let go of, with sends, while their thread comes to its end.
+    thread_local auto& known = *new std::unordered_map<Method, ArgumentWords>;
     const Method method = class_getInstanceMethod(cls, selector);
     // A message without a method is forwarded.
     if (method == nullptr)

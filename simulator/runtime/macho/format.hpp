@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 /// The structures of Mach-O files ("OS X ABI Mach-O File Format Reference", <mach-o/loader.h>, <mach-o/fat.h>) for words of
@@ -56,6 +57,9 @@ struct LoadCommand {
 enum LoadCommandKind : std::uint32_t {
     LC_SEGMENT = 0x1,
     LC_LOAD_DYLIB = 0xc,
+    LC_LOAD_WEAK_DYLIB = 0x80000018,
+    LC_REEXPORT_DYLIB = 0x8000001f,
+    LC_LOAD_UPWARD_DYLIB = 0x80000023,
     LC_SEGMENT_64 = 0x19,
     LC_CODE_SIGNATURE = 0x1d,
     LC_DYLD_INFO_ONLY = 0x80000022,
@@ -152,5 +156,8 @@ enum BindOpcode : std::uint8_t {
 inline constexpr std::uint8_t opcodeMask = 0xf0;
 inline constexpr std::uint8_t pointerType = 1;
 inline constexpr std::uint8_t weakImport = 1;
+
+/// How a symbol is exported: at an address, once.
+inline constexpr std::uint64_t plainExport = 0;
 
 } // namespace simulator::macho

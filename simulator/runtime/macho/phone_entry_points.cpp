@@ -58,12 +58,13 @@ struct MethodHash {
 
 Target targetFor(IMP implementation, Class cls, SEL selector)
 {
-    thread_local std::unordered_map<MethodKey, Extension, MethodHash> known;
+    // Never destroyed: objects are let go of, with sends, while their thread comes to its end.
+    thread_local auto& known = *new std::unordered_map<MethodKey, Extension, MethodHash>;
     const auto found = known.find({implementation, selector});
     if (found != known.end())
         return {implementation, found->second};
     const Method method = class_getInstanceMethod(cls, selector);
-    // One implementation forwards all the messages that have no method.
+    // One implementation forwards all the messages that have no method; what it hands back stays as it is.
     if (method == nullptr)
         return {implementation, Extension::none};
     const Extension extension = extensionFor(method_getTypeEncoding(method));

@@ -68,7 +68,7 @@ FUNCTION phone_objc_msgSendSuper
     br      x16
 END_OF_FUNCTION phone_objc_msgSendSuper
 
-// A method with a small result takes all its arguments in registers.
+// Of the platform's methods with a small result, those that are called take all their arguments in registers.
 FUNCTION phone_call_and_extend
 .Lcall_and_extend:
     stp     x29, x30, [sp, #-32]!

@@ -47,6 +47,7 @@
     movaps  160(%rsp), %xmm6
     movaps  176(%rsp), %xmm7
     leave
+    .cfi_restore %rbp
     .cfi_def_cfa %rsp, 8
     .endm
 
@@ -110,7 +111,7 @@ FUNCTION phone_objc_msgSendSuper_stret
     jmp     *%r11
 END_OF_FUNCTION phone_objc_msgSendSuper_stret
 
-// A method with a small result takes all its arguments in registers.
+// Of the platform's methods with a small result, those that are called take all their arguments in registers.
 FUNCTION phone_call_and_extend
 .Lcall_and_extend:
     pushq   %r10

@@ -219,16 +219,15 @@ std::uint8_t dwarfRegister(std::uint32_t number)
 
 std::optional<Frame> frameOf(std::uint32_t encoding)
 {
-    constexpr std::uint32_t noFrame = 0;
     constexpr std::uint32_t framePointerMode = 0x01000000;
     constexpr std::uint8_t framePointer = 6;
-    constexpr std::uint8_t stackPointer = 7;
     switch (encoding & modeMask) {
-    case noFrame:
-        return Frame{stackPointer, 8, {{returnAddressRegister, 1}}};
     case framePointerMode: {
         Frame frame{framePointer, 16, {{returnAddressRegister, 1}, {framePointer, 2}}};
-        auto wordsBelow = static_cast<std::uint8_t>(2 + ((encoding >> 16) & 0xff));
+        const std::uint32_t firstBelow = 2 + ((encoding >> 16) & 0xff);
+        if (firstBelow > 0x7f)
+            return std::nullopt;
+        auto wordsBelow = static_cast<std::uint8_t>(firstBelow);
         for (std::uint32_t registers = encoding & 0x7fff; registers != 0; registers >>= 3, --wordsBelow) {
             if (const std::uint32_t number = registers & 7; number >= 1 && number <= 5)
                 frame.saved.push_back({dwarfRegister(number), wordsBelow});
@@ -339,11 +338,18 @@ void addFunction(FrameTables& tables, std::size_t common, const Function& functi
     });
 }
 
-Word load(const std::byte* start, std::uint32_t offset)
+/// A pointer that the binding has filled, in one of the library's segments.
+Word boundPointer(const MachOFile& file, const std::byte* start, std::uint32_t offset)
 {
-    Word value;
-    std::memcpy(&value, start + offset, sizeof value);
-    return value;
+    for (const SegmentCommand& segment : file.segments()) {
+        if (offset >= segment.address && segment.memorySize >= sizeof(Word) &&
+            offset - segment.address <= segment.memorySize - sizeof(Word)) {
+            Word value;
+            std::memcpy(&value, start + offset, sizeof value);
+            return value;
+        }
+    }
+    throw std::runtime_error("its unwind tables are damaged");
 }
 
 } // namespace
@@ -366,11 +372,11 @@ std::vector<std::byte> registerUnwindTables(const MachOFile& file, const std::by
             continue;
         const std::uint32_t number = personalityNumber(function.encoding);
         if (!commons.contains(number)) {
-            // The offset is that of a pointer which the binding has filled.
             const Word personality =
                 number == 0 || number > header.personalitiesCount
                     ? 0
-                    : load(start, bytes.at<std::uint32_t>(header.personalitiesOffset + (number - 1) * sizeof(std::uint32_t)));
+                    : boundPointer(file, start,
+                                   bytes.at<std::uint32_t>(header.personalitiesOffset + (number - 1) * sizeof(std::uint32_t)));
             commons[number] = addCommon(tables, personality);
         }
         addFunction(tables, commons[number], function, *frame, reinterpret_cast<Word>(start));
