@@ -14,9 +14,15 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 
-constexpr Colour white(double white, double alpha)
+/// As exact as the platform's numbers are.
+constexpr Colour rgb(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha)
 {
-    return {white, white, white, alpha};
+    return {red, green, blue, alpha};
+}
+
+constexpr Colour white(CGFloat white, CGFloat alpha)
+{
+    return rgb(white, white, white, alpha);
 }
 
 constexpr Colour clear{};
@@ -33,7 +39,7 @@ struct Style {
 
 const Style grey{false, white(0.7, 0.8), white(0.2, 0.1), white(0.2, 0.1), white(0.6, 0.1), "Verdana"};
 const Style ordinary{true, white(0.3, 0.7), white(0.8, 0.8), white(0.8, 0.8), white(0.1, 0.2), "Verdana"};
-const Style today{true, white(0.9, 1), {0, 0, 0.6, 0.5}, {0.1, 0.1, 0.8, 0.5}, white(0.1, 0.2), "Verdana-Bold"};
+const Style today{true, white(0.9, 1), rgb(0, 0, 0.6, 0.5), rgb(0.1, 0.1, 0.8, 0.5), white(0.1, 0.2), "Verdana-Bold"};
 
 enum class Kind { grey, ordinary, today };
 
