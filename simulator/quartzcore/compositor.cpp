@@ -19,7 +19,7 @@ void addRoundedRectangle(cairo_t* cairo, CGRect rect, double radius)
 {
     const auto [x, y] = rect.origin;
     const auto [width, height] = rect.size;
-    const double r = std::min<double>({radius, width / 2, height / 2});
+    const auto r = std::min<double>({radius, width / 2, height / 2});
     if (r <= 0) {
         cairo_rectangle(cairo, x, y, width, height);
         return;
