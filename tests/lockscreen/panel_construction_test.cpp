@@ -216,7 +216,7 @@ TEST_F(PanelConstruction, FollowsTheFontThatALabelHas)
     // Some label may turn the size that it is given into another.
     simulator::replaceMethod<"font">(objc_getClass("UILabel"), +[](NSObject*, SEL) { return UIFont::systemFontOfSize(20); });
     build();
-    EXPECT_EQ((send<"minimumScaleFactor", CGFloat>(panel::headline())), 16 / 20.0);
+    EXPECT_EQ((send<"minimumScaleFactor", CGFloat>(panel::headline())), static_cast<CGFloat>(16 / 20.0));
 }
 
 // The icons
