@@ -223,9 +223,9 @@ TEST(Encodings, AreThoseOfTheRuntime)
     EXPECT_STREQ(encode<Class>().text, "#");
     EXPECT_STREQ(encode<SEL>().text, ":");
     EXPECT_STREQ(encode<const char*>().text, "*");
-    EXPECT_STREQ(encode<CGPoint>().text, "{CGPoint=dd}");
-    EXPECT_STREQ(encode<CGSize>().text, "{CGSize=dd}");
-    EXPECT_STREQ(encode<NSRange>().text, "{_NSRange=QQ}");
+    EXPECT_EQ(encode<CGPoint>().text, encodedHere("{CGPoint=dd}"));
+    EXPECT_EQ(encode<CGSize>().text, encodedHere("{CGSize=dd}"));
+    EXPECT_EQ(encode<NSRange>().text, encodedHere("{_NSRange=QQ}"));
 }
 
 // The end of an object

@@ -3,6 +3,7 @@
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "tests/calendar/MonthCalendar.hpp"
 #include "tests/support/Console.hpp"
+#include "tests/support/encoded_here.hpp"
 
 /// The panel's widget area: a month calendar and a weather card.
 
@@ -87,7 +88,7 @@ TEST(WidgetClass, DeclaresItsMethodsByTheirTypes)
     const auto encoding = [](SEL selector) {
         return std::string(method_getTypeEncoding(class_getInstanceMethod(objc_getClass("SVWidget"), selector)));
     };
-    EXPECT_EQ(encoding(selector<"initWithFrame:">()), "@@:{CGRect={CGPoint=dd}{CGSize=dd}}");
+    EXPECT_EQ(encoding(selector<"initWithFrame:">()), encodedHere("@@:{CGRect={CGPoint=dd}{CGSize=dd}}"));
     EXPECT_EQ(encoding(selector<"loadWeather">()), "v@:");
     EXPECT_EQ(encoding(selector<"loadCalendar">()), "v@:");
     EXPECT_EQ(encoding(selector<"showWeather">()), "v@:");
