@@ -99,21 +99,23 @@ constexpr std::int64_t litterInResults = 0;
 constexpr std::int64_t litterInResults = 0x7a7a7a7a5a5a0000;
 #endif
 
-template <class T>
-long asResult(T value)
+/// A small number as it may come, with litter above it.
+template <std::int64_t Litter, class T>
+long littered(T value)
 {
-    if constexpr (litterInResults == 0)
+    if constexpr (Litter == 0)
         return value;
     else if constexpr (sizeof value == 1)
-        return litterInResults | 0x5a00 | static_cast<unsigned char>(value);
+        return Litter | 0x5a00 | static_cast<unsigned char>(value);
     else
-        return litterInResults | static_cast<unsigned short>(value);
+        return Litter | static_cast<unsigned short>(value);
 }
 
 template <auto Result>
 void addMethod(Class cls, const char* selector)
 {
-    class_addMethod(cls, sel_registerName(selector), reinterpret_cast<IMP>(+[](id, SEL) { return asResult(Result); }),
+    class_addMethod(cls, sel_registerName(selector),
+                    reinterpret_cast<IMP>(+[](id, SEL) { return littered<litterInResults>(Result); }),
                     methodEncoding<decltype(Result)>.text);
 }
 
@@ -143,21 +145,16 @@ int resultOf(const std::string& function)
 
 #if defined(__aarch64__)
 /// What this machine's callers may leave above a small argument.
-constexpr long litter = 0x5a5a5a5a5a5a0000;
+constexpr std::int64_t litterInArguments = 0x5a5a5a5a5a5a0000;
 #else
 /// Here callers extend small arguments, as they do on the phone.
-constexpr long litter = 0;
+constexpr std::int64_t litterInArguments = 0;
 #endif
 
 template <class T>
 long asArgument(T value)
 {
-    if constexpr (litter == 0)
-        return value;
-    else if constexpr (sizeof value == 1)
-        return litter | 0x5a00 | static_cast<unsigned char>(value);
-    else
-        return litter | static_cast<unsigned short>(value);
+    return littered<litterInArguments>(value);
 }
 
 using CallBack = int(void (*)(int), int, int&);

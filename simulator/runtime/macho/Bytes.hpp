@@ -64,37 +64,35 @@ public:
         return found;
     }
     /// An unsigned LEB128 number; what does not fit is cut off.
-    std::uint64_t number()
-    {
-        std::uint64_t value = 0;
-        unsigned shift = 0;
-        std::uint8_t next;
-        do {
-            next = byte();
-            if (shift < 64)
-                value |= std::uint64_t{next & 0x7fU} << shift;
-            shift += 7;
-        } while ((next & 0x80) != 0);
-        return value;
-    }
+    std::uint64_t number() { return digits().value; }
     /// A signed LEB128 number.
     std::int64_t signedNumber()
     {
-        std::uint64_t value = 0;
-        unsigned shift = 0;
-        std::uint8_t next;
-        do {
-            next = byte();
-            if (shift < 64)
-                value |= std::uint64_t{next & 0x7fU} << shift;
-            shift += 7;
-        } while ((next & 0x80) != 0);
-        if (shift < 64 && (next & 0x40) != 0)
-            value |= ~std::uint64_t{0} << shift;
+        auto [value, bits, last] = digits();
+        if (bits < 64 && (last & 0x40) != 0)
+            value |= ~std::uint64_t{0} << bits;
         return static_cast<std::int64_t>(value);
     }
 
 private:
+    struct Digits {
+        std::uint64_t value = 0;
+        unsigned bits = 0;
+        std::uint8_t last = 0;
+    };
+
+    Digits digits()
+    {
+        Digits digits;
+        do {
+            digits.last = byte();
+            if (digits.bits < 64)
+                digits.value |= std::uint64_t{digits.last & 0x7fU} << digits.bits;
+            digits.bits += 7;
+        } while ((digits.last & 0x80) != 0);
+        return digits;
+    }
+
     Bytes bytes_;
     std::size_t offset_;
 };
