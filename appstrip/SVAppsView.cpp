@@ -133,17 +133,16 @@ void clearAll(SVAppsView* self, SEL)
 
 void registerSVAppsView()
 {
-    ClassBuilder<SVAppsViewIvars>("SVAppsView", "UIScrollView")
-        .ivar<&SVAppsViewIvars::_items>("_items")
+    ClassBuilder<SVAppsViewIvars> strip("SVAppsView", "UIScrollView");
+    strip.ivar<&SVAppsViewIvars::_items>("_items")
         .ivar<&SVAppsViewIvars::_iconImgViews>("_iconImgViews")
         .method<"initWithFrame:">(initWithFrame)
         .method<"items">(items)
         .method<"setItems:">(setItems)
         .method<"iconImgViews">(iconImgViews)
-        .method<"setIconImgViews:">(setIconImgViews)
-        .method<"identifierForListItem:">(identifierForListItem)
-        .method<"iconForListItem:">(iconForListItem)
-        .method<"addIconFor:andBadgeCount:">(addIconFor_andBadgeCount)
+        .method<"setIconImgViews:">(setIconImgViews);
+    addListItemIcons(strip);
+    strip.method<"addIconFor:andBadgeCount:">(addIconFor_andBadgeCount)
         .method<"showIcons">(showIcons)
         .method<"clearAll">(clearAll)
         .registerClass();

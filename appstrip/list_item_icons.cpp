@@ -64,8 +64,6 @@ UIImage* bulletinIcon(SVAppsView* strip, SBAwayBulletinListItem* item)
     return item->iconImage();
 }
 
-} // namespace
-
 NSString* identifierForListItem(SVAppsView*, SEL, NSObject* item)
 {
     if (SBAwayBulletinListItem* const bulletin = asBulletin(item))
@@ -86,4 +84,11 @@ UIImage* iconForListItem(SVAppsView* self, SEL, NSObject* item)
     if (SBAwaySystemAlertItem* const alert = asSystemAlert(item))
         return alert->iconImage();
     return bundleIcon(nullptr);
+}
+
+} // namespace
+
+void addListItemIcons(ClassBuilder<SVAppsViewIvars>& strip)
+{
+    strip.method<"identifierForListItem:">(identifierForListItem).method<"iconForListItem:">(iconForListItem);
 }

@@ -2,7 +2,6 @@
 
 #include "appstrip/SVAppsView.hpp"
 
-/// The application behind an item of the lock screen's list: methods of `SVAppsView`. Nothing is kept: each call asks anew.
-
-NSString* identifierForListItem(SVAppsView* self, SEL, NSObject* item);
-UIImage* iconForListItem(SVAppsView* self, SEL, NSObject* item);
+/// Adds to the strip's class what tells the application behind an item of the lock screen's list. Nothing is kept: each call
+/// asks anew.
+void addListItemIcons(ClassBuilder<SVAppsViewIvars>& strip);

@@ -1,11 +1,7 @@
 #include "calendar/APLCalendar.hpp"
 
 #include "calendar/cell_sizes.hpp"
-#include "calendar/day_events.hpp"
-#include "calendar/day_selection.hpp"
-#include "calendar/month_drawing.hpp"
-#include "calendar/month_model.hpp"
-#include "calendar/swipes.hpp"
+#include "calendar/methods.hpp"
 #include "platform/Foundation/NSCalendar.hpp"
 
 namespace {
@@ -64,8 +60,8 @@ void setDelegate(APLCalendar* self, SEL, APLCalendarDelegate* delegate)
 void registerAPLCalendar()
 {
     registerAPLCalendarDelegate();
-    ClassBuilder<APLCalendarIvars>("APLCalendar", "UIView")
-        .ivar<&APLCalendarIvars::lblMonth>("lblMonth")
+    CalendarClass calendar("APLCalendar", "UIView");
+    calendar.ivar<&APLCalendarIvars::lblMonth>("lblMonth")
         .ivar<&APLCalendarIvars::_day>("_day")
         .ivar<&APLCalendarIvars::_month>("_month")
         .ivar<&APLCalendarIvars::_year>("_year")
@@ -79,26 +75,11 @@ void registerAPLCalendar()
         .method<"init">(init)
         .method<"initWithFrame:">(initWithFrame)
         .method<"delegate">(delegate)
-        .method<"setDelegate:">(setDelegate)
-        .method<"getTotalDaysInCurrentMonth">(getTotalDaysInCurrentMonth)
-        .method<"getOffsetDays">(getOffsetDays)
-        .method<"goOneMonthForward">(goOneMonthForward)
-        .method<"goOneMonthBack">(goOneMonthBack)
-        .method<"goOneYearForward">(goOneYearForward)
-        .method<"goOneYearBack">(goOneYearBack)
-        .method<"nextMonth">(nextMonth)
-        .method<"prevMonth">(prevMonth)
-        .method<"nextYear">(nextYear)
-        .method<"prevYear">(prevYear)
-        .method<"drawHeader">(drawHeader)
-        .method<"drawDays">(drawDays)
-        .method<"plotCellAtX:Y:Day:isGreyDay:">(plotCellAtX_Y_Day_isGreyDay)
-        .method<"clearViews">(clearViews)
-        .method<"swipePerformed:">(swipePerformed)
-        .method<"gestureRecognizer:shouldReceiveTouch:">(gestureRecognizer_shouldReceiveTouch)
-        .method<"selectDay:">(selectDay)
-        .method<"deselectDay:">(deselectDay)
-        .method<"getCalenderEventsForDay:">(getCalenderEventsForDay)
-        .method<"getStringFromDate:">(getStringFromDate)
-        .registerClass();
+        .method<"setDelegate:">(setDelegate);
+    addMonthModel(calendar);
+    addMonthDrawing(calendar);
+    addSwipes(calendar);
+    addDaySelection(calendar);
+    addDayEvents(calendar);
+    calendar.registerClass();
 }

@@ -1,4 +1,4 @@
-#include "calendar/day_events.hpp"
+#include "calendar/methods.hpp"
 
 #include "platform/EventKit/EventKit.hpp"
 #include "platform/Foundation/NSCalendar.hpp"
@@ -14,8 +14,8 @@ NSDate* dayAfter(NSDate* date)
     return NSCalendar::currentCalendar()->dateByAddingComponents_toDate_options(oneDay, date, 0);
 }
 
-} // namespace
-
+/// The events of the default calendar from the moment given until a calendar day later, each as its title, its times and an
+/// empty line. A store without a default calendar gives the empty text. Autoreleased.
 NSString* getCalenderEventsForDay(APLCalendar* self, SEL, NSDate* start)
 {
     const Owned<EKEventStore> store = adopt(EKEventStore::newStore());
@@ -44,4 +44,11 @@ NSString* getStringFromDate(APLCalendar*, SEL, NSDate* date)
     formatter->setLocale(NSLocale::currentLocale());
     formatter->setDateFormat(constantString<"d MMM yyyy, HH:mm">());
     return formatter->stringFromDate(date);
+}
+
+} // namespace
+
+void addDayEvents(CalendarClass& calendar)
+{
+    calendar.method<"getCalenderEventsForDay:">(getCalenderEventsForDay).method<"getStringFromDate:">(getStringFromDate);
 }

@@ -1,4 +1,5 @@
-#include "calendar/day_selection.hpp"
+#include "calendar/methods.hpp"
+#include "platform/UIKit/UIButton.hpp"
 
 namespace {
 
@@ -11,8 +12,6 @@ Owned<NSMutableString> twoDigits(NSInteger number)
         text->insertString_atIndex(constantString<"0">(), 0);
     return text;
 }
-
-} // namespace
 
 void selectDay(APLCalendar* self, SEL, UIButton* button)
 {
@@ -32,4 +31,11 @@ void deselectDay(APLCalendar* self, SEL, UIButton* button)
     button->setBackgroundColor(UIColor::clearColor());
     if (self->delegate()->respondsToSelector(selector<"didDeselectCalendarDay:">()))
         self->delegate()->didDeselectCalendarDay(button->tag());
+}
+
+} // namespace
+
+void addDaySelection(CalendarClass& calendar)
+{
+    calendar.method<"selectDay:">(selectDay).method<"deselectDay:">(deselectDay);
 }

@@ -1,4 +1,4 @@
-#include "calendar/month_drawing.hpp"
+#include "calendar/methods.hpp"
 
 #include "platform/Foundation/NSDateFormatter.hpp"
 #include "platform/Foundation/NSLog.hpp"
@@ -139,8 +139,6 @@ void addActions(UIButton* button, APLCalendar* target)
     button->addTarget_action_forControlEvents(target, selector<"deselectDay:">(), UIControlEventTouchUpOutside);
 }
 
-} // namespace
-
 void drawHeader(APLCalendar* self, SEL)
 {
     // The headings are English and begin on Monday in every locale. This is meant.
@@ -219,4 +217,14 @@ void clearViews(APLCalendar* self, SEL)
 {
     for (UIView* view : each<UIView>(self->subviews()))
         view->removeFromSuperview();
+}
+
+} // namespace
+
+void addMonthDrawing(CalendarClass& calendar)
+{
+    calendar.method<"drawHeader">(drawHeader)
+        .method<"drawDays">(drawDays)
+        .method<"plotCellAtX:Y:Day:isGreyDay:">(plotCellAtX_Y_Day_isGreyDay)
+        .method<"clearViews">(clearViews);
 }

@@ -1,4 +1,4 @@
-#include "calendar/month_model.hpp"
+#include "calendar/methods.hpp"
 
 #include "platform/Foundation/NSCalendar.hpp"
 #include "platform/Foundation/NSDateFormatter.hpp"
@@ -22,18 +22,16 @@ NSDate* dateFromDigits(NSString* digits)
     return formatterWithPattern(constantString<"dd-MM-yyyy">())->dateFromString(digits);
 }
 
-using Step = void (APLCalendar::*)();
-
-void redrawAfter(APLCalendar* self, Step step)
+/// Steps and draws anew, holding the view's lock.
+template <void (APLCalendar::*Step)()>
+void redrawAfter(APLCalendar* self, SEL)
 {
     const ObjectLock lock(self);
     self->clearViews();
-    (self->*step)();
+    (self->*Step)();
     self->drawDays();
     self->drawHeader();
 }
-
-} // namespace
 
 NSInteger getTotalDaysInCurrentMonth(APLCalendar* self, SEL)
 {
@@ -89,22 +87,18 @@ void goOneYearBack(APLCalendar* self, SEL)
     --ivarsOf(self)._year;
 }
 
-void nextMonth(APLCalendar* self, SEL)
-{
-    redrawAfter(self, &APLCalendar::goOneMonthForward);
-}
+} // namespace
 
-void prevMonth(APLCalendar* self, SEL)
+void addMonthModel(CalendarClass& calendar)
 {
-    redrawAfter(self, &APLCalendar::goOneMonthBack);
-}
-
-void nextYear(APLCalendar* self, SEL)
-{
-    redrawAfter(self, &APLCalendar::goOneYearForward);
-}
-
-void prevYear(APLCalendar* self, SEL)
-{
-    redrawAfter(self, &APLCalendar::goOneYearBack);
+    calendar.method<"getTotalDaysInCurrentMonth">(getTotalDaysInCurrentMonth)
+        .method<"getOffsetDays">(getOffsetDays)
+        .method<"goOneMonthForward">(goOneMonthForward)
+        .method<"goOneMonthBack">(goOneMonthBack)
+        .method<"goOneYearForward">(goOneYearForward)
+        .method<"goOneYearBack">(goOneYearBack)
+        .method<"nextMonth">(redrawAfter<&APLCalendar::goOneMonthForward>)
+        .method<"prevMonth">(redrawAfter<&APLCalendar::goOneMonthBack>)
+        .method<"nextYear">(redrawAfter<&APLCalendar::goOneYearForward>)
+        .method<"prevYear">(redrawAfter<&APLCalendar::goOneYearBack>);
 }

@@ -1,4 +1,4 @@
-#include "calendar/swipes.hpp"
+#include "calendar/methods.hpp"
 
 #include "platform/Foundation/NSLog.hpp"
 
@@ -19,18 +19,6 @@ constexpr Answer answers[] = {
     {UISwipeGestureRecognizerDirectionDown, &APLCalendar::nextYear},
 };
 
-} // namespace
-
-void addSwipeRecognizer(APLCalendar* self)
-{
-    Strong<UISwipeGestureRecognizer>& recognizer = ivarsOf(self)._recognizer;
-    // There is none yet: the message reaches nothing, and the recogniser keeps the platform's default. This is meant.
-    recognizer->setCancelsTouchesInView(true);
-    recognizer = adopt(UISwipeGestureRecognizer::alloc()->initWithTarget_action(self, selector<"swipePerformed:">()));
-    recognizer->setDirection(allDirections);
-    self->addGestureRecognizer(recognizer);
-}
-
 /// What is read is the recogniser's mask, which names all four directions and so none: a swipe changes nothing. This is
 /// meant.
 void swipePerformed(APLCalendar* self, SEL, UISwipeGestureRecognizer* recognizer)
@@ -46,4 +34,22 @@ void swipePerformed(APLCalendar* self, SEL, UISwipeGestureRecognizer* recognizer
 BOOL gestureRecognizer_shouldReceiveTouch(APLCalendar*, SEL, UIGestureRecognizer*, UITouch*)
 {
     return YES;
+}
+
+} // namespace
+
+void addSwipes(CalendarClass& calendar)
+{
+    calendar.method<"swipePerformed:">(swipePerformed)
+        .method<"gestureRecognizer:shouldReceiveTouch:">(gestureRecognizer_shouldReceiveTouch);
+}
+
+void addSwipeRecognizer(APLCalendar* self)
+{
+    Strong<UISwipeGestureRecognizer>& recognizer = ivarsOf(self)._recognizer;
+    // There is none yet: the message reaches nothing, and the recogniser keeps the platform's default. This is meant.
+    recognizer->setCancelsTouchesInView(true);
+    recognizer = adopt(UISwipeGestureRecognizer::alloc()->initWithTarget_action(self, selector<"swipePerformed:">()));
+    recognizer->setDirection(allDirections);
+    self->addGestureRecognizer(recognizer);
 }
