@@ -1,11 +1,6 @@
 #include "core/hook_table.hpp"
 
-#include "lockscreen/lock_screen_view.hpp"
-#include "lockscreen/notification_list_controller.hpp"
-#include "lockscreen/now_playing_art_view.hpp"
-#include "lockscreen/panel_construction.hpp"
-#include "lockscreen/panel_layout.hpp"
-#include "lockscreen/panel_taps.hpp"
+#include "lockscreen/hooks.hpp"
 #include "platform/Substrate/MSHookMessageEx.hpp"
 #include "platform/runtime/objc.hpp"
 
@@ -21,15 +16,13 @@ struct Hook {
     bool isAdded() const { return previous == nullptr; }
 };
 
-template <class Result, class Self, class... Arguments>
-Hook replaced(const char* className, const char* selectorName, Result (*replacement)(Self*, SEL, Arguments...),
-              Result (*&previous)(Self*, SEL, Arguments...))
+template <class Signature>
+Hook replaced(const char* className, const char* selectorName, hooks::Replacement<Signature>& hook)
 {
-    return {className, selectorName, reinterpret_cast<IMP>(replacement), reinterpret_cast<IMP*>(&previous)};
+    return {className, selectorName, reinterpret_cast<IMP>(hook.implementation), reinterpret_cast<IMP*>(&hook.previous)};
 }
 
-template <class Self>
-Hook added(const char* className, const char* selectorName, void (*implementation)(Self*, SEL))
+Hook added(const char* className, const char* selectorName, void (*implementation)(hooks::ListView*, SEL))
 {
     return {className, selectorName, reinterpret_cast<IMP>(implementation), nullptr};
 }
@@ -40,23 +33,22 @@ void installHookTable()
 {
     constexpr const char* listView = "SBLockScreenNotificationListView";
     constexpr const char* listController = "SBLockScreenNotificationListController";
+    constexpr const char* lockScreenView = "SBLockScreenView";
+    constexpr const char* artView = "_NowPlayingArtView";
 
     const Hook table[] = {
-        replaced(listView, "layoutSubviews", layoutSubviews, previousLayoutSubviews),
-        added(listView, "cornerRadiusHook", cornerRadiusHook),
-        added(listView, "normalizePrevTap", normalizePrevTap),
-        added(listView, "imgCalenderTapped", imgCalenderTapped),
-        added(listView, "imgNotificationsTapped", imgNotificationsTapped),
-        replaced(listView, "initWithFrame:", initWithFrame, previousInitWithFrame),
-        replaced(listController, "_updateModelAndViewForAdditionOfItem:", updateModelAndViewForAdditionOfItem,
-                 previousUpdateModelAndViewForAdditionOfItem),
-        replaced(listController, "prepareForTeardown", prepareForTeardown, previousPrepareForTeardown),
-        replaced(listController, "clearItemsForNotificationCenter", clearItemsForNotificationCenter,
-                 previousClearItemsForNotificationCenter),
-        replaced(listController, "setInScreenOffMode:", setInScreenOffMode, previousSetInScreenOffMode),
-        replaced("SBLockScreenView", "_addLockContentUnderlayWithRequester:", addLockContentUnderlayWithRequester,
-                 previousAddLockContentUnderlayWithRequester),
-        replaced("_NowPlayingArtView", "initWithFrame:", initNowPlayingArtViewWithFrame, previousInitNowPlayingArtViewWithFrame),
+        replaced(listView, "layoutSubviews", hooks::layoutSubviews),
+        added(listView, "cornerRadiusHook", hooks::cornerRadiusHook),
+        added(listView, "normalizePrevTap", hooks::normalizePrevTap),
+        added(listView, "imgCalenderTapped", hooks::imgCalenderTapped),
+        added(listView, "imgNotificationsTapped", hooks::imgNotificationsTapped),
+        replaced(listView, "initWithFrame:", hooks::initListView),
+        replaced(listController, "_updateModelAndViewForAdditionOfItem:", hooks::updateModelAndViewForAdditionOfItem),
+        replaced(listController, "prepareForTeardown", hooks::prepareForTeardown),
+        replaced(listController, "clearItemsForNotificationCenter", hooks::clearItemsForNotificationCenter),
+        replaced(listController, "setInScreenOffMode:", hooks::setInScreenOffMode),
+        replaced(lockScreenView, "_addLockContentUnderlayWithRequester:", hooks::addLockContentUnderlayWithRequester),
+        replaced(artView, "initWithFrame:", hooks::initNowPlayingArtView),
     };
 
     for (const Hook& hook : table) {

@@ -1,7 +1,4 @@
-#include "lockscreen/lock_screen_view.hpp"
+#include "lockscreen/hooks.hpp"
 
-void (*previousAddLockContentUnderlayWithRequester)(SBLockScreenView*, SEL, id) = nullptr;
-
-void addLockContentUnderlayWithRequester(SBLockScreenView*, SEL, id)
-{
-}
+constinit hooks::Replacement<void(SBLockScreenView*, id)> hooks::addLockContentUnderlayWithRequester{
+    [](SBLockScreenView*, SEL, id) {}};

@@ -1,13 +1,9 @@
-#include "lockscreen/notification_list_controller.hpp"
-
+#include "lockscreen/hooks.hpp"
 #include "lockscreen/panel.hpp"
 #include "text/greeting.hpp"
 #include "text/weather_sentence.hpp"
 
-void (*previousUpdateModelAndViewForAdditionOfItem)(SBLockScreenNotificationListController*, SEL, id) = nullptr;
-void (*previousPrepareForTeardown)(SBLockScreenNotificationListController*, SEL) = nullptr;
-void (*previousClearItemsForNotificationCenter)(SBLockScreenNotificationListController*, SEL) = nullptr;
-void (*previousSetInScreenOffMode)(SBLockScreenNotificationListController*, SEL, BOOL) = nullptr;
+namespace hooks {
 
 namespace {
 
@@ -42,31 +38,30 @@ void showWeatherAndEmptyStrip()
 
 } // namespace
 
-void updateModelAndViewForAdditionOfItem(SBLockScreenNotificationListController* self, SEL selector, id item)
-{
-    previousUpdateModelAndViewForAdditionOfItem(self, selector, item);
-    showAwayText();
-    appsView->setItems(instanceVariable<NSMutableArray>(self, "_listItems"));
-    // The strip counts the application's items itself.
-    appsView->addIconFor_andBadgeCount(item, 0);
-    appsView->showIcons();
-}
+constinit Replacement<void(ListController*, id)> updateModelAndViewForAdditionOfItem{
+    [](ListController* self, SEL selector, id item) {
+        updateModelAndViewForAdditionOfItem.previous(self, selector, item);
+        showAwayText();
+        appsView->setItems(instanceVariable<NSMutableArray>(self, "_listItems"));
+        // The strip counts the application's items itself.
+        appsView->addIconFor_andBadgeCount(item, 0);
+        appsView->showIcons();
+    }};
 
-void prepareForTeardown(SBLockScreenNotificationListController* self, SEL selector)
-{
-    previousPrepareForTeardown(self, selector);
+constinit Replacement<void(ListController*)> prepareForTeardown{[](ListController* self, SEL selector) {
+    prepareForTeardown.previous(self, selector);
     showWeatherAndEmptyStrip();
-}
+}};
 
-void clearItemsForNotificationCenter(SBLockScreenNotificationListController* self, SEL selector)
-{
-    previousClearItemsForNotificationCenter(self, selector);
+constinit Replacement<void(ListController*)> clearItemsForNotificationCenter{[](ListController* self, SEL selector) {
+    clearItemsForNotificationCenter.previous(self, selector);
     showWeatherAndEmptyStrip();
-}
+}};
 
-void setInScreenOffMode(SBLockScreenNotificationListController* self, SEL selector, BOOL isOff)
-{
-    previousSetInScreenOffMode(self, selector, isOff);
+constinit Replacement<void(ListController*, BOOL)> setInScreenOffMode{[](ListController* self, SEL selector, BOOL isOff) {
+    setInScreenOffMode.previous(self, selector, isOff);
     headlineLabel->setText(dateStatusString());
     subtitleLabel->setText(getTempString());
-}
+}};
+
+} // namespace hooks

@@ -1,13 +1,14 @@
-#include "lockscreen/now_playing_art_view.hpp"
-
+#include "lockscreen/hooks.hpp"
 #include "lockscreen/panel.hpp"
 
-_NowPlayingArtView* (*previousInitNowPlayingArtViewWithFrame)(_NowPlayingArtView*, SEL, CGRect) = nullptr;
+namespace hooks {
 
-_NowPlayingArtView* initNowPlayingArtViewWithFrame(_NowPlayingArtView* self, SEL selector, CGRect frame)
-{
-    _NowPlayingArtView* const view = previousInitNowPlayingArtViewWithFrame(self, selector, frame);
-    nowPlayingArtView = view;
-    view->setHidden(true);
-    return view;
-}
+constinit Replacement<_NowPlayingArtView*(_NowPlayingArtView*, CGRect)> initNowPlayingArtView{
+    [](_NowPlayingArtView* self, SEL selector, CGRect frame) {
+        _NowPlayingArtView* const view = initNowPlayingArtView.previous(self, selector, frame);
+        nowPlayingArtView = view;
+        view->setHidden(true);
+        return view;
+    }};
+
+} // namespace hooks

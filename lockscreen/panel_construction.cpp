@@ -1,16 +1,13 @@
-#include "lockscreen/panel_construction.hpp"
-
+#include "lockscreen/hooks.hpp"
 #include "lockscreen/panel.hpp"
 #include "platform/Foundation/NSCalendar.hpp"
 #include "platform/UIKit/UIGestureRecognizer.hpp"
 #include "text/text_drawing.hpp"
 #include "text/weather_sentence.hpp"
 
-SBLockScreenNotificationListView* (*previousInitWithFrame)(SBLockScreenNotificationListView*, SEL, CGRect) = nullptr;
+namespace hooks {
 
 namespace {
-
-using ListView = SBLockScreenNotificationListView;
 
 CGFloat widthOf(UIView* container)
 {
@@ -139,9 +136,8 @@ void addStrip(UIView* container)
 
 } // namespace
 
-SBLockScreenNotificationListView* initWithFrame(SBLockScreenNotificationListView* self, SEL selector, CGRect frame)
-{
-    SBLockScreenNotificationListView* const built = previousInitWithFrame(self, selector, frame);
+constinit Replacement<ListView*(ListView*, CGRect)> initListView{[](ListView* self, SEL selector, CGRect frame) {
+    ListView* const built = initListView.previous(self, selector, frame);
     UIView* const container = containerView(built);
     bottomPocketView(self)->removeFromSuperview();
     addLines(container);
@@ -152,4 +148,6 @@ SBLockScreenNotificationListView* initWithFrame(SBLockScreenNotificationListView
     addTab(container);
     addStrip(container);
     return built;
-}
+}};
+
+} // namespace hooks

@@ -1,32 +1,30 @@
-#include "lockscreen/panel_layout.hpp"
-
+#include "lockscreen/hooks.hpp"
 #include "lockscreen/panel.hpp"
 #include "text/greeting.hpp"
 #include "text/weather_sentence.hpp"
 
-void (*previousLayoutSubviews)(SBLockScreenNotificationListView*, SEL) = nullptr;
+namespace hooks {
 
 namespace {
 
 constexpr CGFloat paneTop = 130;
 
 /// From under the icons to where SpringBoard's own layout lets the table end.
-CGRect paneFrame(SBLockScreenNotificationListView* self)
+CGRect paneFrame(ListView* self)
 {
     const CGSize table = tableView(self)->frame().size;
     return CGRect::make(0, paneTop, table.width, table.height - paneTop);
 }
 
-CGFloat containerWidth(SBLockScreenNotificationListView* self)
+CGFloat containerWidth(ListView* self)
 {
     return containerView(self)->frame().size.width;
 }
 
 } // namespace
 
-void layoutSubviews(SBLockScreenNotificationListView* self, SEL selector)
-{
-    previousLayoutSubviews(self, selector);
+constinit Replacement<void(ListView*)> layoutSubviews{[](ListView* self, SEL selector) {
+    layoutSubviews.previous(self, selector);
     self->setAlpha(1.0);
     headlineLabel->setFrame(CGRect::make(0, 0, containerWidth(self), 100));
     subtitleLabel->setFrame(CGRect::make(0, 65, containerWidth(self), 50));
@@ -42,4 +40,6 @@ void layoutSubviews(SBLockScreenNotificationListView* self, SEL selector)
     widgetView->showCalendar();
     headlineLabel->setText(dateStatusString());
     subtitleLabel->setText(getTempString());
-}
+}};
+
+} // namespace hooks

@@ -1,9 +1,10 @@
-#include "lockscreen/panel_taps.hpp"
-
+#include "lockscreen/hooks.hpp"
 #include "lockscreen/panel.hpp"
 #include "platform/QuartzCore/CAShapeLayer.hpp"
 #include "platform/UIKit/UIBezierPath.hpp"
 #include "text/weather_sentence.hpp"
+
+namespace hooks {
 
 namespace {
 
@@ -18,9 +19,9 @@ CGRect tabFrameFor(UIView* icon)
 
 /// Everything is closed first, so the toggles always end in "shown" and the tab always takes its place at the icon: a tap
 /// on an icon whose pane is open leaves it open. This is meant.
-void openPane(SBLockScreenNotificationListView* self, UIView* pane, UIView* icon)
+void openPane(ListView* self, UIView* pane, UIView* icon)
 {
-    self->normalizePrevTap();
+    send<"normalizePrevTap">(self);
     pane->setHidden(!pane->isHidden());
     tabView->setHidden(!tabView->isHidden());
     tabView->setFrame(tabView->frame() == CGRectZero ? tabFrameFor(icon) : CGRectZero);
@@ -29,7 +30,7 @@ void openPane(SBLockScreenNotificationListView* self, UIView* pane, UIView* icon
 
 } // namespace
 
-void cornerRadiusHook(SBLockScreenNotificationListView*, SEL)
+void cornerRadiusHook(ListView*, SEL)
 {
     constexpr CGSize radii{5, 5};
     CAShapeLayer* const shape = CAShapeLayer::layer();
@@ -39,7 +40,7 @@ void cornerRadiusHook(SBLockScreenNotificationListView*, SEL)
     tabView->layer()->setMask(shape);
 }
 
-void normalizePrevTap(SBLockScreenNotificationListView* self, SEL)
+void normalizePrevTap(ListView* self, SEL)
 {
     calendarPaneView->setHidden(true);
     notificationPaneView->setHidden(true);
@@ -48,17 +49,19 @@ void normalizePrevTap(SBLockScreenNotificationListView* self, SEL)
     topPocketView(self)->setAlpha(0);
 }
 
-void imgCalenderTapped(SBLockScreenNotificationListView* self, SEL)
+void imgCalenderTapped(ListView* self, SEL)
 {
     openPane(self, calendarPaneView, calendarIconView);
-    self->cornerRadiusHook();
+    send<"cornerRadiusHook">(self);
 }
 
 /// The notifications have been seen: the weather comes back and the strip is emptied. The calendar's tap does neither.
-void imgNotificationsTapped(SBLockScreenNotificationListView* self, SEL)
+void imgNotificationsTapped(ListView* self, SEL)
 {
     openPane(self, notificationPaneView, notificationIconView);
     subtitleLabel->setText(getTempString());
     appsView->clearAll();
-    self->cornerRadiusHook();
+    send<"cornerRadiusHook">(self);
 }
+
+} // namespace hooks

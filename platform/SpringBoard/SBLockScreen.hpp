@@ -5,11 +5,7 @@
 /// SpringBoard's private lock-screen classes.
 
 /// The list of notifications on the lock screen.
-class SBLockScreenNotificationListView : public UIView {
-public:
-    void cornerRadiusHook() { send<"cornerRadiusHook">(this); }
-    void normalizePrevTap() { send<"normalizePrevTap">(this); }
-};
+class SBLockScreenNotificationListView : public UIView {};
 
 /// Keeps the notifications of the lock screen and drives their list.
 class SBLockScreenNotificationListController : public NSObject {};
