@@ -8,17 +8,16 @@
 /// What is known of a class of ours once it is registered. `Ivars` is the struct of its instance variables, one type per class.
 template <class Ivars>
 struct ClassRecord {
+    /// An instance variable that the class's dealloc lets go of, and the one declared before it.
     struct OwnedIvar {
         std::ptrdiff_t offset;
         bool isWeak;
+        const OwnedIvar* previous;
     };
-    static constexpr std::size_t mostOwned = 16;
 
-    static inline constinit Class object = nullptr;
     static inline constinit Class superclass = nullptr;
     static inline constinit std::ptrdiff_t ivarsOffset = 0;
-    static inline constinit OwnedIvar owned[mostOwned]{};
-    static inline constinit std::size_t ownedCount = 0;
+    static inline constinit const OwnedIvar* lastOwned = nullptr;
 };
 
 /// The instance variables of an object whose class declared them as `Ivars`.
@@ -48,7 +47,7 @@ public:
     template <auto Member>
     ClassBuilder& ivar(const char* name)
     {
-        addIvar(name, Member);
+        addIvar<Member>(name, Member);
         return *this;
     }
 
@@ -76,10 +75,9 @@ public:
     /// Makes the class known to the runtime.
     Class registerClass()
     {
-        if (Record::ownedCount != 0)
+        if (Record::lastOwned != nullptr)
             method<"dealloc">(&dealloc);
         objc_registerClassPair(cls_);
-        Record::object = cls_;
         if (firstIvar_ != nullptr)
             Record::ivarsOffset = ivar_getOffset(class_getInstanceVariable(cls_, firstIvar_));
         return cls_;
@@ -96,28 +94,34 @@ protected:
     }
 
 private:
-    template <class T>
+    template <auto Member, class T>
     void addIvar(const char* name, T Ivars::* member)
     {
         addIvarBlock(name, sizeof(T), alignof(T), encode<T>().text);
-        own(member);
+        own<Member>(member);
     }
 
-    template <class T>
+    template <auto Member, class T>
     void own(Strong<T> Ivars::* member)
     {
-        own(offsetOf(member), false);
+        own<Member>(offsetOf(member), false);
     }
-    template <class T>
+    template <auto Member, class T>
     void own(Weak<T> Ivars::* member)
     {
-        own(offsetOf(member), true);
+        own<Member>(offsetOf(member), true);
     }
-    template <class T>
+    template <auto Member, class T>
     void own(T Ivars::*)
     {
     }
-    void own(std::ptrdiff_t offset, bool isWeak) { Record::owned[Record::ownedCount++] = {offset, isWeak}; }
+    template <auto Member>
+    void own(std::ptrdiff_t offset, bool isWeak)
+    {
+        static constinit typename Record::OwnedIvar ivar{};
+        ivar = {offset, isWeak, Record::lastOwned};
+        Record::lastOwned = &ivar;
+    }
 
     template <class T>
     static std::ptrdiff_t offsetOf(T Ivars::* member)
@@ -129,9 +133,9 @@ private:
     static void dealloc(NSObject* self, SEL)
     {
         char* const ivars = reinterpret_cast<char*>(&ivarsOf<Ivars>(self));
-        for (std::size_t i = Record::ownedCount; i-- > 0;) {
-            const auto slot = reinterpret_cast<id*>(ivars + Record::owned[i].offset);
-            if (Record::owned[i].isWeak)
+        for (const auto* owned = Record::lastOwned; owned != nullptr; owned = owned->previous) {
+            const auto slot = reinterpret_cast<id*>(ivars + owned->offset);
+            if (owned->isWeak)
                 objc_destroyWeak(slot);
             else
                 objc_release(*slot);
