@@ -1,6 +1,8 @@
 # add_mach_o_library(FILE ARCHITECTURE SOURCES SOURCE... STUBS STUB...) makes FILE, a signed Mach-O library: for one of the
 # phone's processors, armv7 or arm64, or for that of the phone's simulator on a desk, x86_64. It is linked against text stubs
 # of the phone's libraries.
+include_guard()
+
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
 set(mach_o_flags -ffreestanding -nostdlibinc -nostdinc++ -isystem /usr/lib/llvm-19/include/c++/v1 -std=c++20 -O2 -Wall -Wextra

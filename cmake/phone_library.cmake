@@ -1,6 +1,10 @@
 # The library as Mach-O files. `cmake --build BUILD --target phone` makes
 #   BUILD/phone-library/Solvane.dylib         what ships: for the phone's two processors, in one file
 #   BUILD/phone-library/x86_64/Solvane.dylib  the same for a desk's processor
+include_guard()
+include(${CMAKE_CURRENT_LIST_DIR}/library.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/mach_o.cmake)
+
 set(phone_library_folder ${PROJECT_BINARY_DIR}/phone-library)
 
 foreach(architecture IN ITEMS armv7 arm64 x86_64)

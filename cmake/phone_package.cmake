@@ -1,5 +1,10 @@
 # `cmake --build BUILD --target phone_package` makes the package that a phone installs: what
 # `cmake --install BUILD --component package --prefix DIR` lays out in DIR.
+include_guard()
+include(${CMAKE_CURRENT_LIST_DIR}/mach_o.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/phone_library.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/phone_tree.cmake)
+
 set(in_package COMPONENT package EXCLUDE_FROM_ALL)
 install(PROGRAMS ${phone_library} DESTINATION ${library_folder} ${in_package})
 install_beside_the_library(${in_package})

@@ -1,4 +1,8 @@
 # `cmake --install BUILD --prefix DIR` lays out DIR as the simulated phone's file tree.
+include_guard()
+include(${CMAKE_CURRENT_LIST_DIR}/library.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/simulator.cmake)
+
 set(CMAKE_INSTALL_MESSAGE LAZY)
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)

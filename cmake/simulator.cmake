@@ -1,4 +1,6 @@
 # The phone on a desk: a SpringBoard process that libraries are injected into, and the tool that posts notifications to it.
+include_guard()
+
 file(GLOB simulator_sources CONFIGURE_DEPENDS
     simulator/runtime/*.cpp simulator/runtime/macho/*.cpp simulator/runtime/macho/*.S simulator/foundation/*.cpp
     simulator/graphics/*.cpp simulator/quartzcore/*.cpp
