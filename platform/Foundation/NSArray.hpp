@@ -21,6 +21,7 @@ public:
     static NSMutableArray* alloc() { return send<"alloc", NSMutableArray*>(classNamed<"NSMutableArray">()); }
     NSMutableArray* initWithArray(NSArray* array) { return send<"initWithArray:", NSMutableArray*>(this, array); }
     NSMutableArray* init() { return send<"init", NSMutableArray*>(this); }
+    void insertObject_atIndex(id object, NSUInteger index) { send<"insertObject:atIndex:">(this, object, index); }
     void addObject(id object) { send<"addObject:">(this, object); }
     void removeAllObjects() { send<"removeAllObjects">(this); }
 };

@@ -30,5 +30,9 @@ public:
     id compositingFilter() { return send<"compositingFilter", id>(this); }
     void setCompositingFilter(id filter) { send<"setCompositingFilter:">(this, filter); }
     void setDelegate(id delegate) { send<"setDelegate:">(this, delegate); }
+    bool isHidden() { return send<"isHidden", BOOL>(this) != NO; }
+    float opacity() { return send<"opacity", float>(this); }
+    /// Draws what the layer itself shows; the context is one of Core Graphics.
+    void drawInContext(void* context) { send<"drawInContext:">(this, context); }
     void setNeedsDisplay() { send<"setNeedsDisplay">(this); }
 };

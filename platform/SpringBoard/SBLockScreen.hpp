@@ -8,10 +8,22 @@
 class SBLockScreenNotificationListView : public UIView {};
 
 /// Keeps the notifications of the lock screen and drives their list.
-class SBLockScreenNotificationListController : public NSObject {};
+class SBLockScreenNotificationListController : public NSObject {
+public:
+    void clearItemsForNotificationCenter() { send<"clearItemsForNotificationCenter">(this); }
+    void prepareForTeardown() { send<"prepareForTeardown">(this); }
+    void setInScreenOffMode(bool isOff) { send<"setInScreenOffMode:">(this, BOOL{isOff}); }
+    void _updateModelAndViewForAdditionOfItem(NSObject* item) { send<"_updateModelAndViewForAdditionOfItem:">(this, item); }
+};
 
 /// The lock screen as a whole.
-class SBLockScreenView : public UIView {};
+class SBLockScreenView : public UIView {
+public:
+    void _addLockContentUnderlayWithRequester(NSObject* requester)
+    {
+        send<"_addLockContentUnderlayWithRequester:">(this, requester);
+    }
+};
 
 /// The artwork of the music that plays, behind the lock screen's contents.
 class _NowPlayingArtView : public UIView {};

@@ -22,7 +22,16 @@ public:
         return send<"colorWithRed:green:blue:alpha:", UIColor*>(classNamed<"UIColor">(), red, green, blue, alpha);
     }
 
+    UIColor* initWithRed_green_blue_alpha(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha)
+    {
+        return send<"initWithRed:green:blue:alpha:", UIColor*>(this, red, green, blue, alpha);
+    }
     CGColorRef CGColor() { return send<"CGColor", CGColorRef>(this); }
+    /// Gives its components, each but where there is null; NO for a colour that has none.
+    bool getRed_green_blue_alpha(CGFloat* red, CGFloat* green, CGFloat* blue, CGFloat* alpha)
+    {
+        return send<"getRed:green:blue:alpha:", BOOL>(this, red, green, blue, alpha) != NO;
+    }
     /// Makes it the fill and stroke colour of the current graphics context.
     void set() { send<"set">(this); }
 };

@@ -30,6 +30,9 @@ namespace {
 
 using Words = std::span<const std::string>;
 
+/// The arguments are as many as the command takes, and yet not what it takes.
+struct WrongUsage {};
+
 void print(const Json& json)
 {
     std::cout << oneLine(json) << '\n' << std::flush;
@@ -198,17 +201,17 @@ void addCalendarEvent(Console&, Words arguments)
 
 void clearItems(Console&, Words)
 {
-    send<"clearItemsForNotificationCenter">(listController());
+    listController()->clearItemsForNotificationCenter();
 }
 
 void tearDown(Console&, Words)
 {
-    send<"prepareForTeardown">(listController());
+    listController()->prepareForTeardown();
 }
 
 void switchScreen(Console&, Words arguments)
 {
-    send<"setInScreenOffMode:">(listController(), chosen<BOOL>(arguments[0], {{"off", YES}, {"on", NO}}));
+    listController()->setInScreenOffMode(chosen<bool>(arguments[0], {{"off", true}, {"on", false}}));
 }
 
 void showArt(Console&, Words)
@@ -224,7 +227,7 @@ void showArt(Console&, Words)
 
 void addUnderlay(Console&, Words)
 {
-    send<"_addLockContentUnderlayWithRequester:">(lockScreenView(), listController());
+    lockScreenView()->_addLockContentUnderlayWithRequester(listController());
 }
 
 // The finger
@@ -282,7 +285,7 @@ void keep(Console& console, Words arguments)
     const std::string& name = arguments[0];
     const bool sends = arguments[1] == "send";
     if (sends ? arguments.size() < 4 : arguments.size() != 2)
-        throw BadLine("usage: let NAME PATH or let NAME send PATH SELECTOR [ARG ...]");
+        throw WrongUsage();
     if (!canBeKeptAs(name))
         throw BadLine('"' + name + "\" cannot be a kept object's name");
     const Value value = sends ? sentMessage(console, arguments.subspan(2)) : valueAtPath(arguments[1], console.kept);
@@ -383,6 +386,15 @@ std::string usageOf(const Command& command)
     return usage;
 }
 
+void run(Console& console, const Command& command, Words arguments)
+{
+    if (arguments.size() < command.fewestArguments || arguments.size() > command.mostArguments)
+        throw WrongUsage();
+    if (command.needsLockScreen && lockScreenView() == nullptr)
+        throw BadLine("there is no lock screen yet: lock first");
+    command.run(console, arguments);
+}
+
 void checkEncoding(Words words)
 {
     for (const std::string& word : words) {
@@ -401,12 +413,11 @@ void runCommand(Console& console, Words words)
     const auto command = std::ranges::find(commands, words[0], &Command::name);
     if (command == std::end(commands))
         throw BadLine("there is no command \"" + words[0] + '"');
-    const Words arguments = words.subspan(1);
-    if (arguments.size() < command->fewestArguments || arguments.size() > command->mostArguments)
+    try {
+        run(console, *command, words.subspan(1));
+    } catch (const WrongUsage&) {
         throw BadLine("usage: " + usageOf(*command));
-    if (command->needsLockScreen && lockScreenView() == nullptr)
-        throw BadLine("there is no lock screen yet: lock first");
-    command->run(console, arguments);
+    }
 }
 
 std::string commandUsages()

@@ -4,7 +4,6 @@
 #include <cstring>
 #include <ctime>
 #include <map>
-#include <string_view>
 #include <unordered_map>
 
 #include "platform/Foundation/NSDate.hpp"
@@ -22,7 +21,11 @@ namespace {
 class NSNumber : public NSObject {
 public:
     const char* objCType() { return send<"objCType", const char*>(this); }
+    bool boolValue() { return send<"boolValue", BOOL>(this) != NO; }
+    float floatValue() { return send<"floatValue", float>(this); }
     double doubleValue() { return send<"doubleValue", double>(this); }
+    long long longLongValue() { return send<"longLongValue", long long>(this); }
+    unsigned long long unsignedLongLongValue() { return send<"unsignedLongLongValue", unsigned long long>(this); }
 };
 
 /// The names of the exported variables, by the objects that they hold.
@@ -117,7 +120,7 @@ Json inspectColor(id object)
     CGFloat green = 0;
     CGFloat blue = 0;
     CGFloat alpha = 0;
-    send<"getRed:green:blue:alpha:", BOOL>(object, &red, &green, &blue, &alpha);
+    static_cast<UIColor*>(object)->getRed_green_blue_alpha(&red, &green, &blue, &alpha);
     return {{"class", "UIColor"}, {"rgba", {number(red), number(green), number(blue), number(alpha)}}};
 }
 
@@ -133,8 +136,8 @@ Json inspectLayer(id object)
     return {{"class", className(layer)},
             {"frame", rectangle(layer->frame())},
             {"bounds", rectangle(layer->bounds())},
-            {"hidden", send<"isHidden", BOOL>(layer) != NO},
-            {"opacity", number(shortestDouble(send<"opacity", float>(layer)))},
+            {"hidden", layer->isHidden()},
+            {"opacity", number(shortestDouble(layer->opacity()))},
             {"sublayers", layer->sublayers()->count()}};
 }
 
@@ -150,15 +153,15 @@ Json inspectNumber(id object)
     case 'c':
     case 'C':
     case 'B':
-        return send<"boolValue", BOOL>(boxed) != NO;
+        return boxed->boolValue();
     case 'f':
-        return number(shortestDouble(send<"floatValue", float>(boxed)));
+        return number(shortestDouble(boxed->floatValue()));
     case 'd':
         return number(boxed->doubleValue());
     case 'Q':
-        return send<"unsignedLongLongValue", unsigned long long>(boxed);
+        return boxed->unsignedLongLongValue();
     default:
-        return send<"longLongValue", long long>(boxed);
+        return boxed->longLongValue();
     }
 }
 

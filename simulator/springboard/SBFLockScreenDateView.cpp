@@ -1,4 +1,4 @@
-#include "platform/Foundation/NSDate.hpp"
+#include "platform/Foundation/NSDateFormatter.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 #include "simulator/springboard/views.hpp"
@@ -34,9 +34,9 @@ UIView* initWithFrame(UIView* self, SEL, CGRect frame)
 
 NSString* formatted(NSDate* date, NSString* format)
 {
-    const auto formatter = adopt(send<"new", id>(classNamed<"NSDateFormatter">()));
-    send<"setDateFormat:">(formatter.get(), format);
-    return send<"stringFromDate:", NSString*>(formatter.get(), date);
+    const auto formatter = adopt(NSDateFormatter::alloc()->init());
+    formatter->setDateFormat(format);
+    return formatter->stringFromDate(date);
 }
 
 void layoutSubviews(UIView* self, SEL)

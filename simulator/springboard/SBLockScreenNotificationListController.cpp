@@ -30,8 +30,8 @@ Controller* initWithListView(Controller* self, SEL, SBLockScreenNotificationList
 /// The item is in the list before anybody is told.
 void addItem(Controller* self, SEL, NSObject* item)
 {
-    send<"insertObject:atIndex:">(ivarsOf<ControllerIvars>(self)._listItems.get(), item, NSUInteger{0});
-    send<"_updateModelAndViewForAdditionOfItem:">(self, item);
+    ivarsOf<ControllerIvars>(self)._listItems->insertObject_atIndex(item, 0);
+    self->_updateModelAndViewForAdditionOfItem(item);
 }
 
 void updateModelAndViewForAdditionOfItem(Controller* self, SEL, NSObject*)
