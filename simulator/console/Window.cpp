@@ -12,7 +12,6 @@
 
 #include "platform/Foundation/NSDate.hpp"
 #include "platform/UIKit/UIScreen.hpp"
-#include "platform/UIKit/UIWindow.hpp"
 #include "platform/runtime/AutoreleasePool.hpp"
 #include "simulator/console/raised_exception.hpp"
 #include "simulator/foundation/clock.hpp"

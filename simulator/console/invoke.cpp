@@ -5,7 +5,6 @@
 #include <cctype>
 #include <cstddef>
 
-#include "platform/runtime/Owned.hpp"
 #include "simulator/console/BadLine.hpp"
 
 namespace simulator {

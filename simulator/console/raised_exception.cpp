@@ -1,7 +1,6 @@
 #include "simulator/console/raised_exception.hpp"
 
 #include "platform/Foundation/NSString.hpp"
-#include "platform/runtime/Owned.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <stdexcept>
-#include <string>
 #include <utility>
 
 namespace simulator {
