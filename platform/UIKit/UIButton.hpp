@@ -18,4 +18,10 @@ public:
     UILabel* titleLabel() { return send<"titleLabel", UILabel*>(this); }
     void setTitle_forState(NSString* title, UIControlState state) { send<"setTitle:forState:">(this, title, state); }
     void setTitleColor_forState(UIColor* color, UIControlState state) { send<"setTitleColor:forState:">(this, color, state); }
+    /// What was set for the state, or else for the normal one.
+    NSString* titleForState(UIControlState state) { return send<"titleForState:", NSString*>(this, state); }
+    UIColor* titleColorForState(UIControlState state) { return send<"titleColorForState:", UIColor*>(this, state); }
+    /// Those for the present state.
+    NSString* currentTitle() { return send<"currentTitle", NSString*>(this); }
+    UIColor* currentTitleColor() { return send<"currentTitleColor", UIColor*>(this); }
 };

@@ -23,6 +23,8 @@ public:
     /// A control that is not enabled takes touches but makes no events of them.
     void setEnabled(bool enabled) { send<"setEnabled:">(this, BOOL{enabled}); }
     bool isHighlighted() { return send<"isHighlighted", BOOL>(this) != NO; }
+    void setHighlighted(bool highlighted) { send<"setHighlighted:">(this, BOOL{highlighted}); }
+    UIControlState state() { return send<"state", UIControlState>(this); }
     /// The target is not retained; the action may take the control.
     void addTarget_action_forControlEvents(id target, SEL action, UIControlEvents events)
     {

@@ -23,6 +23,8 @@ enum UISwipeGestureRecognizerDirection : NSUInteger {
 class UIGestureRecognizer : public NSObject {
 public:
     UIView* view() { return send<"view", UIView*>(this); }
+    /// Not retained.
+    void setView(UIView* view) { send<"setView:">(this, view); }
     UIGestureRecognizerState state() { return send<"state", UIGestureRecognizerState>(this); }
     void setState(UIGestureRecognizerState state) { send<"setState:">(this, state); }
     bool isEnabled() { return send<"isEnabled", BOOL>(this) != NO; }
@@ -31,6 +33,8 @@ public:
     /// The target is not retained.
     void addTarget_action(id target, SEL action) { send<"addTarget:action:">(this, target, action); }
     CGPoint locationInView(UIView* view) { return send<"locationInView:", CGPoint>(this, view); }
+    /// Makes it ready for the next gesture.
+    void reset() { send<"reset">(this); }
 };
 
 /// Recognises a number of taps in quick succession.

@@ -30,6 +30,7 @@ public:
     NSArray* subviews() { return send<"subviews", NSArray*>(this); }
     void addSubview(UIView* view) { send<"addSubview:">(this, view); }
     void insertSubview_atIndex(UIView* view, NSInteger index) { send<"insertSubview:atIndex:">(this, view, index); }
+    void didMoveToSuperview() { send<"didMoveToSuperview">(this); }
     void removeFromSuperview() { send<"removeFromSuperview">(this); }
 
     bool isHidden() { return send<"isHidden", BOOL>(this) != NO; }
@@ -43,14 +44,21 @@ public:
     NSInteger tag() { return send<"tag", NSInteger>(this); }
     void setTag(NSInteger tag) { send<"setTag:">(this, tag); }
 
+    void setAutoresizingMask(NSUInteger mask) { send<"setAutoresizingMask:">(this, mask); }
     void setNeedsLayout() { send<"setNeedsLayout">(this); }
     /// Lays out this view and every view below it that asked for it.
     void layoutIfNeeded() { send<"layoutIfNeeded">(this); }
     void layoutSubviews() { send<"layoutSubviews">(this); }
     void setNeedsDisplay() { send<"setNeedsDisplay">(this); }
+    /// Draws what the view itself shows into the current graphics context.
+    void drawRect(CGRect rect) { send<"drawRect:">(this, rect); }
     CGSize sizeThatFits(CGSize size) { return send<"sizeThatFits:", CGSize>(this, size); }
     void sizeToFit() { send<"sizeToFit">(this); }
 
+    bool pointInside_withEvent(CGPoint point, UIEvent* event)
+    {
+        return send<"pointInside:withEvent:", BOOL>(this, point, event) != NO;
+    }
     /// The deepest view that takes a touch at the point, which is in this view's coordinates; nil when none does.
     UIView* hitTest_withEvent(CGPoint point, UIEvent* event) { return send<"hitTest:withEvent:", UIView*>(this, point, event); }
     CGPoint convertPoint_fromView(CGPoint point, UIView* view)

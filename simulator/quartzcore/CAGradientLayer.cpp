@@ -1,9 +1,11 @@
 #include "platform/QuartzCore/CAGradientLayer.hpp"
 
 #include "platform/runtime/each.hpp"
-#include "simulator/quartzcore/LayerState.hpp"
-#include "simulator/quartzcore/colours.hpp"
+#include "simulator/quartzcore/CALayer.hpp"
+#include "simulator/quartzcore/CGColor.hpp"
 #include "simulator/quartzcore/quartzcore.hpp"
+
+/// A layer that passes from colour to colour, from its top to its bottom.
 
 namespace simulator {
 
@@ -19,7 +21,7 @@ void drawInContext(CAGradientLayer* self, SEL, void* context)
     NSArray* const colors = ivarsOf<GradientState>(self).colors;
     if (colors->count() == 0)
         return;
-    const CGRect bounds = stateOf(self).bounds;
+    const CGRect bounds = ivarsOf<LayerState>(self).bounds;
     const CairoPointer<cairo_pattern_t> gradient(
         cairo_pattern_create_linear(0, bounds.origin.y, 0, bounds.origin.y + bounds.size.height));
     const double last = colors->count() > 1 ? static_cast<double>(colors->count() - 1) : 1;

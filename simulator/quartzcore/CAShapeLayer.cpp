@@ -1,9 +1,11 @@
 #include "platform/QuartzCore/CAShapeLayer.hpp"
 
-#include "simulator/quartzcore/LayerState.hpp"
-#include "simulator/quartzcore/colours.hpp"
-#include "simulator/quartzcore/paths.hpp"
+#include "simulator/quartzcore/CALayer.hpp"
+#include "simulator/quartzcore/CGColor.hpp"
+#include "simulator/quartzcore/CGPath.hpp"
 #include "simulator/quartzcore/quartzcore.hpp"
+
+/// A layer that fills an outline, wherever that reaches.
 
 namespace simulator {
 
@@ -16,7 +18,7 @@ struct ShapeState {
 
 CAShapeLayer* init(CAShapeLayer* self, SEL)
 {
-    stateOf(self).contentsEndAtBounds = false;
+    ivarsOf<LayerState>(self).contentsEndAtBounds = false;
     return self;
 }
 

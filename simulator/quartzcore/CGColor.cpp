@@ -1,5 +1,8 @@
-#include "simulator/quartzcore/colours.hpp"
+#include "simulator/quartzcore/CGColor.hpp"
+
 #include "simulator/runtime/SimulatedClass.hpp"
+
+/// A colour of Core Graphics, which is an object here.
 
 namespace simulator {
 

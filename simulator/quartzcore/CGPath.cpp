@@ -1,7 +1,10 @@
+#include "simulator/quartzcore/CGPath.hpp"
+
 #include <utility>
 
-#include "simulator/quartzcore/paths.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
+
+/// A path of Core Graphics, which is an object here.
 
 namespace simulator {
 

@@ -8,8 +8,8 @@
 #include "simulator/foundation/strings.hpp"
 #include "simulator/graphics/blur.hpp"
 #include "simulator/graphics/contexts.hpp"
-#include "simulator/quartzcore/LayerState.hpp"
-#include "simulator/quartzcore/colours.hpp"
+#include "simulator/quartzcore/CALayer.hpp"
+#include "simulator/quartzcore/CGColor.hpp"
 
 namespace simulator {
 
@@ -50,7 +50,7 @@ void drawBackground(cairo_t* cairo, const LayerState& layer)
 /// What a layer draws by itself ends at its bounds, as a rule, whatever its sublayers do.
 void drawContents(cairo_t* cairo, CALayer* layer)
 {
-    const LayerState& state = stateOf(layer);
+    const LayerState& state = ivarsOf<LayerState>(layer);
     if (state.contentsEndAtBounds && (state.bounds.size.width <= 0 || state.bounds.size.height <= 0))
         return;
     cairo_save(cairo);
@@ -59,7 +59,7 @@ void drawContents(cairo_t* cairo, CALayer* layer)
         cairo_clip(cairo);
     }
     pushGraphicsContext({.cairo = cairo});
-    send<"drawInContext:">(layer, static_cast<void*>(cairo));
+    layer->drawInContext(cairo);
     popGraphicsContext();
     cairo_restore(cairo);
 }
@@ -110,7 +110,7 @@ std::optional<CGRect> extentOf(const LayerState& layer)
     if (layer.masksToBounds)
         return layer.bounds;
     for (CALayer* sublayer : layer.sublayers) {
-        const LayerState& state = stateOf(sublayer);
+        const LayerState& state = ivarsOf<LayerState>(sublayer);
         const auto extent = extentOf(state);
         if (!extent)
             return std::nullopt;
@@ -149,7 +149,7 @@ public:
 
     void draw(CALayer* layer)
     {
-        const LayerState& state = stateOf(layer);
+        const LayerState& state = ivarsOf<LayerState>(layer);
         if (state.hidden || state.opacity <= 0)
             return;
         cairo_save(cairo_);
@@ -166,7 +166,7 @@ private:
     /// In the layer's own coordinates.
     void drawInside(CALayer* layer)
     {
-        const LayerState& state = stateOf(layer);
+        const LayerState& state = ivarsOf<LayerState>(layer);
         if (state.backdrop)
             drawBackdrop(state, *state.backdrop);
         drawBackground(cairo_, state);
@@ -184,7 +184,7 @@ private:
 
     void drawAsGroup(CALayer* layer)
     {
-        const LayerState& state = stateOf(layer);
+        const LayerState& state = ivarsOf<LayerState>(layer);
         if (const auto extent = extentOf(state))
             clipToPixelsOf(cairo_, *extent);
         cairo_push_group(cairo_);

@@ -1,7 +1,7 @@
 #include "simulator/quartzcore/quartzcore.hpp"
 
-#include "simulator/quartzcore/colours.hpp"
-#include "simulator/quartzcore/paths.hpp"
+#include "simulator/quartzcore/CGColor.hpp"
+#include "simulator/quartzcore/CGPath.hpp"
 
 namespace simulator {
 

@@ -15,7 +15,7 @@
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/services/services.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
-#include "simulator/uikit/main_screen.hpp"
+#include "simulator/uikit/UIScreen.hpp"
 #include "simulator/uikit/uikit.hpp"
 
 namespace simulator {
@@ -88,7 +88,7 @@ UIWindow* springBoardWindow()
 void lockScreen()
 {
     Desk& built = desk();
-    send<"prepareForTeardown">(built.listController.get());
+    built.listController->prepareForTeardown();
     built.lockScreenView->removeFromSuperview();
 
     const CGRect bounds = built.window->bounds();

@@ -1,3 +1,5 @@
+#include "simulator/springboard/applications.hpp"
+
 #include <map>
 #include <string>
 
@@ -8,9 +10,8 @@
 #include "simulator/foundation/property_lists.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
-#include "simulator/springboard/application_icons.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
-#include "simulator/uikit/ImageState.hpp"
+#include "simulator/uikit/UIImage.hpp"
 
 /// The applications in the phone's "/Applications", one bundle each, and their icons.
 
@@ -97,7 +98,7 @@ UIImage* iconOf(SBApplication* application, int format, CGFloat scale)
     const auto bitmap = Bitmap::make({side, side}, scale, false);
     if (bitmap == nullptr)
         return nullptr;
-    stateOf(icon.get()).bitmap->draw(bitmap->context().get(), {{0, 0}, bitmap->size()});
+    ivarsOf<ImageState>(icon.get()).bitmap->draw(bitmap->context().get(), {{0, 0}, bitmap->size()});
     return imageWithBitmap(bitmap).autorelease();
 }
 

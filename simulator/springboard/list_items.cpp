@@ -3,7 +3,7 @@
 #include "platform/UIKit/UIScreen.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
-#include "simulator/springboard/application_icons.hpp"
+#include "simulator/springboard/applications.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 
 /// What can stand in the lock screen's list. Beside what each kind answers on the phone, all answer what the stock list

@@ -6,10 +6,12 @@
 #include "simulator/foundation/strings.hpp"
 #include "simulator/graphics/contexts.hpp"
 #include "simulator/graphics/text.hpp"
-#include "simulator/quartzcore/colours.hpp"
+#include "simulator/quartzcore/CGColor.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
-#include "simulator/uikit/FontState.hpp"
+#include "simulator/uikit/UIFont.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// Texts that draw themselves into the current graphics context.
 
 /// The texts are made when the program starts: the string class is there from the beginning.
 NSString* const NSFontAttributeName = constantString<"NSFont">();
@@ -26,7 +28,7 @@ TextSetting settingOf(NSString* text, NSDictionary* attributes)
     auto* const font = static_cast<UIFont*>(attributes->objectForKey(NSFontAttributeName));
     if (font == nullptr)
         return {.text = toUTF8(text), .face = typefaceNamed("HelveticaNeue").value_or(Typeface{}), .fontSize = defaultSize};
-    return {.text = toUTF8(text), .face = stateOf(font).face, .fontSize = stateOf(font).pointSize};
+    return {.text = toUTF8(text), .face = ivarsOf<FontState>(font).face, .fontSize = ivarsOf<FontState>(font).pointSize};
 }
 
 Colour colourIn(NSDictionary* attributes)
@@ -35,7 +37,7 @@ Colour colourIn(NSDictionary* attributes)
     return color == nullptr ? Colour{0, 0, 0, 1} : colourOf(color->CGColor());
 }
 
-void drawInRect(NSString* self, SEL, CGRect rect, NSDictionary* attributes)
+void drawInRect_withAttributes(NSString* self, SEL, CGRect rect, NSDictionary* attributes)
 {
     const GraphicsContext* const context = currentGraphicsContext();
     if (context == nullptr || context->cairo == nullptr)
@@ -56,7 +58,7 @@ CGSize sizeWithAttributes(NSString* self, SEL, NSDictionary* attributes)
 
 void addStringDrawing()
 {
-    addMethod<"drawInRect:withAttributes:">(classNamed<"NSString">(), &drawInRect);
+    addMethod<"drawInRect:withAttributes:">(classNamed<"NSString">(), &drawInRect_withAttributes);
     addMethod<"sizeWithAttributes:">(classNamed<"NSString">(), &sizeWithAttributes);
 }
 

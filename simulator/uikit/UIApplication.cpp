@@ -3,6 +3,8 @@
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/uikit.hpp"
 
+/// The running application, which is SpringBoard.
+
 namespace simulator {
 
 namespace {

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
-#include "simulator/quartzcore/paths.hpp"
+#include "simulator/quartzcore/CGPath.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// An outline: a rectangle of which some corners are rounded.
 
 namespace simulator {
 
@@ -61,11 +63,12 @@ Outline roundedRectangle(CGRect rect, NSUInteger rounded, CGSize radii)
     return outline;
 }
 
-UIBezierPath* bezierPathWithRoundedRect(Class cls, SEL, CGRect rect, NSUInteger corners, CGSize radii)
+UIBezierPath* bezierPathWithRoundedRect_byRoundingCorners_cornerRadii(Class cls, SEL, CGRect rect, NSUInteger corners,
+                                                                      CGSize radii)
 {
-    const Owned<UIBezierPath> path = adopt(send<"new", UIBezierPath*>(cls));
+    Owned<UIBezierPath> path = adopt(send<"new", UIBezierPath*>(cls));
     ivarsOf<BezierPathState>(path.get()).path = makePath(roundedRectangle(rect, corners, radii));
-    return Owned<UIBezierPath>(path).autorelease();
+    return path.autorelease();
 }
 
 } // namespace
@@ -73,7 +76,8 @@ UIBezierPath* bezierPathWithRoundedRect(Class cls, SEL, CGRect rect, NSUInteger 
 void registerUIBezierPath()
 {
     SimulatedClass<BezierPathState>("UIBezierPath", "NSObject")
-        .classMethod<"bezierPathWithRoundedRect:byRoundingCorners:cornerRadii:">(bezierPathWithRoundedRect)
+        .classMethod<"bezierPathWithRoundedRect:byRoundingCorners:cornerRadii:">(
+            bezierPathWithRoundedRect_byRoundingCorners_cornerRadii)
         .readOnly<&BezierPathState::path>("CGPath")
         .registerClass();
 }

@@ -2,9 +2,10 @@
 
 #include <map>
 
-#include "simulator/uikit/ControlState.hpp"
-#include "simulator/uikit/ViewState.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// A control with a title over all of its bounds, whose text and colour follow its state.
 
 namespace simulator {
 
@@ -45,13 +46,13 @@ UILabel* titleLabel(UIButton* self, SEL)
     return label;
 }
 
-void setTitle(UIButton* self, SEL, NSString* title, UIControlState state)
+void setTitle_forState(UIButton* self, SEL, NSString* title, UIControlState state)
 {
     ivarsOf<ButtonState>(self).titles[state] = adopt(send<"copy", NSString*>(title));
     self->setNeedsLayout();
 }
 
-void setTitleColor(UIButton* self, SEL, UIColor* color, UIControlState state)
+void setTitleColor_forState(UIButton* self, SEL, UIColor* color, UIControlState state)
 {
     ivarsOf<ButtonState>(self).titleColors[state] = color;
     self->setNeedsLayout();
@@ -68,27 +69,22 @@ UIColor* titleColorForState(UIButton* self, SEL, UIControlState state)
     return color == nullptr ? UIColor::whiteColor() : color;
 }
 
-UIControlState stateOfControl(UIButton* self)
-{
-    return send<"state", UIControlState>(self);
-}
-
 NSString* currentTitle(UIButton* self, SEL)
 {
-    return send<"titleForState:", NSString*>(self, stateOfControl(self));
+    return self->titleForState(self->state());
 }
 
 UIColor* currentTitleColor(UIButton* self, SEL)
 {
-    return send<"titleColorForState:", UIColor*>(self, stateOfControl(self));
+    return self->titleColorForState(self->state());
 }
 
 void layoutSubviews(UIButton* self, SEL)
 {
     UILabel* const label = self->titleLabel();
     label->setFrame(self->bounds());
-    label->setText(send<"currentTitle", NSString*>(self));
-    label->setTextColor(send<"currentTitleColor", UIColor*>(self));
+    label->setText(self->currentTitle());
+    label->setTextColor(self->currentTitleColor());
 }
 
 } // namespace
@@ -98,8 +94,8 @@ void registerUIButton()
     SimulatedClass<ButtonState>("UIButton", "UIControl")
         .classMethod<"buttonWithType:">(buttonWithType)
         .method<"titleLabel">(titleLabel)
-        .method<"setTitle:forState:">(setTitle)
-        .method<"setTitleColor:forState:">(setTitleColor)
+        .method<"setTitle:forState:">(setTitle_forState)
+        .method<"setTitleColor:forState:">(setTitleColor_forState)
         .method<"titleForState:">(titleForState)
         .method<"titleColorForState:">(titleColorForState)
         .method<"currentTitle">(currentTitle)

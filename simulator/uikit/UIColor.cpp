@@ -1,9 +1,11 @@
 #include "platform/UIKit/UIColor.hpp"
 
 #include "simulator/graphics/contexts.hpp"
-#include "simulator/quartzcore/colours.hpp"
+#include "simulator/quartzcore/CGColor.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// A colour of Core Graphics as an object of UIKit, and those that have a name.
 
 namespace simulator {
 
@@ -13,19 +15,18 @@ struct ColorState {
     Owned<CGColor> color;
 };
 
-UIColor* initWithRed(UIColor* self, SEL, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha)
+UIColor* initWithRed_green_blue_alpha(UIColor* self, SEL, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha)
 {
     ivarsOf<ColorState>(self).color = makeColor({red, green, blue, alpha});
     return self;
 }
 
-UIColor* colorWithRed(Class cls, SEL, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha)
+UIColor* colorWithRed_green_blue_alpha(Class cls, SEL, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha)
 {
-    const auto color = send<"alloc", UIColor*>(cls);
-    return adopt(send<"initWithRed:green:blue:alpha:", UIColor*>(color, red, green, blue, alpha)).autorelease();
+    return adopt(send<"alloc", UIColor*>(cls)->initWithRed_green_blue_alpha(red, green, blue, alpha)).autorelease();
 }
 
-UIColor* colorWithWhite(Class, SEL, CGFloat white, CGFloat alpha)
+UIColor* colorWithWhite_alpha(Class, SEL, CGFloat white, CGFloat alpha)
 {
     return UIColor::colorWithRed_green_blue_alpha(white, white, white, alpha);
 }
@@ -45,7 +46,7 @@ void set(UIColor* self, SEL)
         context->fill = colourOf(self->CGColor());
 }
 
-BOOL getRed(UIColor* self, SEL, CGFloat* red, CGFloat* green, CGFloat* blue, CGFloat* alpha)
+BOOL getRed_green_blue_alpha(UIColor* self, SEL, CGFloat* red, CGFloat* green, CGFloat* blue, CGFloat* alpha)
 {
     const Colour colour = colourOf(self->CGColor());
     const auto give = [](CGFloat* where, CGFloat component) {
@@ -71,8 +72,8 @@ BOOL isEqual(UIColor* self, SEL, NSObject* other)
 void registerUIColor()
 {
     SimulatedClass<ColorState>("UIColor", "NSObject")
-        .classMethod<"colorWithRed:green:blue:alpha:">(colorWithRed)
-        .classMethod<"colorWithWhite:alpha:">(colorWithWhite)
+        .classMethod<"colorWithRed:green:blue:alpha:">(colorWithRed_green_blue_alpha)
+        .classMethod<"colorWithWhite:alpha:">(colorWithWhite_alpha)
         .classMethod<"whiteColor">(namedColor<Colour{1, 1, 1, 1}>)
         .classMethod<"blackColor">(namedColor<Colour{0, 0, 0, 1}>)
         .classMethod<"clearColor">(namedColor<Colour{0, 0, 0, 0}>)
@@ -80,10 +81,10 @@ void registerUIColor()
         .classMethod<"greenColor">(namedColor<Colour{0, 1, 0, 1}>)
         .classMethod<"redColor">(namedColor<Colour{1, 0, 0, 1}>)
         .classMethod<"blueColor">(namedColor<Colour{0, 0, 1, 1}>)
-        .method<"initWithRed:green:blue:alpha:">(initWithRed)
+        .method<"initWithRed:green:blue:alpha:">(initWithRed_green_blue_alpha)
         .readOnly<&ColorState::color>("CGColor")
         .method<"set">(set)
-        .method<"getRed:green:blue:alpha:">(getRed)
+        .method<"getRed:green:blue:alpha:">(getRed_green_blue_alpha)
         .method<"isEqual:">(isEqual)
         .registerClass();
 }

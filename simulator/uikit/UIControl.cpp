@@ -1,11 +1,13 @@
-#include "platform/UIKit/UIControl.hpp"
+#include "simulator/uikit/UIControl.hpp"
 
 #include <vector>
 
 #include "platform/Foundation/NSSet.hpp"
+#include "platform/Foundation/NSString.hpp"
 #include "platform/UIKit/UITouch.hpp"
-#include "simulator/uikit/ControlState.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// A view that follows a touch and tells its targets what came of it.
 
 namespace simulator {
 
@@ -16,9 +18,9 @@ void stateChanged(NSObject* self)
     static_cast<UIControl*>(self)->setNeedsLayout();
 }
 
-void addTarget(UIControl* self, SEL, id target, SEL action, UIControlEvents events)
+void addTarget_action_forControlEvents(UIControl* self, SEL, id target, SEL action, UIControlEvents events)
 {
-    stateOf(self).targets.push_back({target, action, events});
+    ivarsOf<ControlState>(self).targets.push_back({target, action, events});
 }
 
 /// The actions are called in the order in which they were added.
@@ -26,17 +28,17 @@ void sendActionsForControlEvents(UIControl* self, SEL, UIControlEvents events)
 {
     const Owned<UIControl> kept(self);
     // A copy, since an action may add another.
-    for (const ControlState::Target& target : std::vector(stateOf(self).targets)) {
+    for (const ControlState::Target& target : std::vector(ivarsOf<ControlState>(self).targets)) {
         if ((target.events & events) != 0)
-            perform(target.object, target.action, self);
+            target.object->performSelector_withObject(target.action, self);
     }
 }
 
 /// The texts of the selectors that a target is sent for an event; nil when there are none.
-NSArray* actionsForTarget(UIControl* self, SEL, id object, UIControlEvents event)
+NSArray* actionsForTarget_forControlEvent(UIControl* self, SEL, id object, UIControlEvents event)
 {
     std::vector<id> names;
-    for (const ControlState::Target& target : stateOf(self).targets) {
+    for (const ControlState::Target& target : ivarsOf<ControlState>(self).targets) {
         if (target.object == object && (target.events & event) != 0)
             names.push_back(NSString::stringWithUTF8String(sel_getName(target.action)));
     }
@@ -45,7 +47,7 @@ NSArray* actionsForTarget(UIControl* self, SEL, id object, UIControlEvents event
 
 NSUInteger state(UIControl* self, SEL)
 {
-    const ControlState& control = stateOf(self);
+    const ControlState& control = ivarsOf<ControlState>(self);
     NSUInteger state = UIControlStateNormal;
     if (control.highlighted)
         state |= UIControlStateHighlighted;
@@ -59,44 +61,39 @@ NSUInteger state(UIControl* self, SEL)
 bool isInside(UIControl* self, NSSet* touches)
 {
     const CGPoint point = static_cast<UITouch*>(touches->anyObject())->locationInView(self);
-    return send<"pointInside:withEvent:", BOOL>(self, point, static_cast<UIEvent*>(nullptr)) != NO;
+    return self->pointInside_withEvent(point, nullptr);
 }
 
-void setHighlighted(UIControl* self, bool highlighted)
-{
-    send<"setHighlighted:">(self, BOOL{highlighted});
-}
-
-void touchesBegan(UIControl* self, SEL, NSSet*, UIEvent*)
+void touchesBegan_withEvent(UIControl* self, SEL, NSSet*, UIEvent*)
 {
     if (!self->isEnabled())
         return;
-    stateOf(self).isTracking = true;
-    setHighlighted(self, true);
+    ivarsOf<ControlState>(self).isTracking = true;
+    self->setHighlighted(true);
     self->sendActionsForControlEvents(UIControlEventTouchDown);
 }
 
-void touchesMoved(UIControl* self, SEL, NSSet* touches, UIEvent*)
+void touchesMoved_withEvent(UIControl* self, SEL, NSSet* touches, UIEvent*)
 {
-    if (stateOf(self).isTracking)
-        setHighlighted(self, isInside(self, touches));
+    if (ivarsOf<ControlState>(self).isTracking)
+        self->setHighlighted(isInside(self, touches));
 }
 
 void endTracking(UIControl* self, UIControlEvents event)
 {
-    if (!stateOf(self).isTracking)
+    if (!ivarsOf<ControlState>(self).isTracking)
         return;
-    stateOf(self).isTracking = false;
-    setHighlighted(self, false);
+    ivarsOf<ControlState>(self).isTracking = false;
+    self->setHighlighted(false);
     self->sendActionsForControlEvents(event);
 }
 
-void touchesEnded(UIControl* self, SEL, NSSet* touches, UIEvent*)
+void touchesEnded_withEvent(UIControl* self, SEL, NSSet* touches, UIEvent*)
 {
     endTracking(self, isInside(self, touches) ? UIControlEventTouchUpInside : UIControlEventTouchUpOutside);
 }
 
-void touchesCancelled(UIControl* self, SEL, NSSet*, UIEvent*)
+void touchesCancelled_withEvent(UIControl* self, SEL, NSSet*, UIEvent*)
 {
     endTracking(self, UIControlEventTouchCancel);
 }
@@ -110,13 +107,13 @@ void registerUIControl()
         .flag<&ControlState::highlighted, stateChanged>("highlighted")
         .flag<&ControlState::selected, stateChanged>("selected")
         .method<"state">(state)
-        .method<"addTarget:action:forControlEvents:">(addTarget)
-        .method<"actionsForTarget:forControlEvent:">(actionsForTarget)
+        .method<"addTarget:action:forControlEvents:">(addTarget_action_forControlEvents)
+        .method<"actionsForTarget:forControlEvent:">(actionsForTarget_forControlEvent)
         .method<"sendActionsForControlEvents:">(sendActionsForControlEvents)
-        .method<"touchesBegan:withEvent:">(touchesBegan)
-        .method<"touchesMoved:withEvent:">(touchesMoved)
-        .method<"touchesEnded:withEvent:">(touchesEnded)
-        .method<"touchesCancelled:withEvent:">(touchesCancelled)
+        .method<"touchesBegan:withEvent:">(touchesBegan_withEvent)
+        .method<"touchesMoved:withEvent:">(touchesMoved_withEvent)
+        .method<"touchesEnded:withEvent:">(touchesEnded_withEvent)
+        .method<"touchesCancelled:withEvent:">(touchesCancelled_withEvent)
         .registerClass();
 }
 

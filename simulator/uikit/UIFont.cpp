@@ -1,24 +1,25 @@
-#include "platform/UIKit/UIFont.hpp"
+#include "simulator/uikit/UIFont.hpp"
 
 #include "simulator/foundation/strings.hpp"
 #include "simulator/graphics/text.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
-#include "simulator/uikit/FontState.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// A face that the phone knows by name, at a size.
 
 namespace simulator {
 
 namespace {
 
 /// Nil for a name that the phone does not know.
-UIFont* fontWithName(Class cls, SEL, NSString* name, CGFloat size)
+UIFont* fontWithName_size(Class cls, SEL, NSString* name, CGFloat size)
 {
     const auto face = typefaceNamed(toUTF8(name));
     if (!face)
         return nullptr;
-    const Owned<UIFont> font = adopt(send<"new", UIFont*>(cls));
+    Owned<UIFont> font = adopt(send<"new", UIFont*>(cls));
     ivarsOf<FontState>(font.get()) = {Owned<NSString>(name), *face, size};
-    return Owned<UIFont>(font).autorelease();
+    return font.autorelease();
 }
 
 UIFont* systemFontOfSize(Class, SEL, CGFloat size)
@@ -31,9 +32,9 @@ UIFont* boldSystemFontOfSize(Class, SEL, CGFloat size)
     return UIFont::fontWithName_size(toNSString(boldSystemFaceName), size);
 }
 
-CGFloat lineHeightOf(UIFont* self, SEL)
+CGFloat lineHeight(UIFont* self, SEL)
 {
-    return lineHeight(stateOf(self).face, stateOf(self).pointSize);
+    return simulator::lineHeight(ivarsOf<FontState>(self).face, ivarsOf<FontState>(self).pointSize);
 }
 
 } // namespace
@@ -41,12 +42,12 @@ CGFloat lineHeightOf(UIFont* self, SEL)
 void registerUIFont()
 {
     SimulatedClass<FontState>("UIFont", "NSObject")
-        .classMethod<"fontWithName:size:">(fontWithName)
+        .classMethod<"fontWithName:size:">(fontWithName_size)
         .classMethod<"systemFontOfSize:">(systemFontOfSize)
         .classMethod<"boldSystemFontOfSize:">(boldSystemFontOfSize)
         .readOnly<&FontState::fontName>("fontName")
         .readOnly<&FontState::pointSize>("pointSize")
-        .method<"lineHeight">(lineHeightOf)
+        .method<"lineHeight">(lineHeight)
         .registerClass();
 }
 

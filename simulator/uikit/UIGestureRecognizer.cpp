@@ -1,52 +1,51 @@
-#include "platform/UIKit/UIGestureRecognizer.hpp"
+#include "simulator/uikit/UIGestureRecognizer.hpp"
 
 #include "platform/Foundation/NSSet.hpp"
 #include "platform/UIKit/UIWindow.hpp"
-#include "simulator/uikit/GestureState.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// What all recognisers share: the targets, the state, and where the touch began and is.
 
 namespace simulator {
 
 namespace {
 
-using Gesture = GestureState;
-
-UIGestureRecognizer* initWithTarget(UIGestureRecognizer* self, SEL, id target, SEL action)
+UIGestureRecognizer* initWithTarget_action(UIGestureRecognizer* self, SEL, id target, SEL action)
 {
     self->addTarget_action(target, action);
     return self;
 }
 
-void addTarget(UIGestureRecognizer* self, SEL, id target, SEL action)
+void addTarget_action(UIGestureRecognizer* self, SEL, id target, SEL action)
 {
     if (target != nullptr && action != nullptr)
-        stateOf(self).targets.push_back({target, action});
+        ivarsOf<GestureState>(self).targets.push_back({target, action});
 }
 
 void setState(UIGestureRecognizer* self, SEL, UIGestureRecognizerState state)
 {
-    stateOf(self).state = state;
-    stateOf(self).hasNews = state != UIGestureRecognizerStatePossible && state != UIGestureRecognizerStateFailed;
+    ivarsOf<GestureState>(self).state = state;
+    ivarsOf<GestureState>(self).hasNews = state != UIGestureRecognizerStatePossible && state != UIGestureRecognizerStateFailed;
 }
 
 CGPoint locationInView(UIGestureRecognizer* self, SEL, UIView* view)
 {
-    return self->view()->window()->convertPoint_toView(stateOf(self).location, view);
+    return self->view()->window()->convertPoint_toView(ivarsOf<GestureState>(self).location, view);
 }
 
 void remember(UIGestureRecognizer* self, NSSet* touches)
 {
-    stateOf(self).location = static_cast<UITouch*>(touches->anyObject())->locationInView(nullptr);
+    ivarsOf<GestureState>(self).location = static_cast<UITouch*>(touches->anyObject())->locationInView(nullptr);
 }
 
-void touchesBegan(UIGestureRecognizer* self, SEL, NSSet* touches, UIEvent*)
+void touchesBegan_withEvent(UIGestureRecognizer* self, SEL, NSSet* touches, UIEvent*)
 {
     remember(self, touches);
-    stateOf(self).start = stateOf(self).location;
-    stateOf(self).startTime = static_cast<UITouch*>(touches->anyObject())->timestamp();
+    ivarsOf<GestureState>(self).start = ivarsOf<GestureState>(self).location;
+    ivarsOf<GestureState>(self).startTime = static_cast<UITouch*>(touches->anyObject())->timestamp();
 }
 
-void touchesMovedOrEnded(UIGestureRecognizer* self, SEL, NSSet* touches, UIEvent*)
+void touchesMovedOrEnded_withEvent(UIGestureRecognizer* self, SEL, NSSet* touches, UIEvent*)
 {
     remember(self, touches);
 }
@@ -60,18 +59,18 @@ void reset(UIGestureRecognizer* self, SEL)
 
 void registerUIGestureRecognizer()
 {
-    SimulatedClass<Gesture>("UIGestureRecognizer", "NSObject")
-        .method<"initWithTarget:action:">(initWithTarget)
-        .method<"addTarget:action:">(addTarget)
-        .property<&Gesture::view>("view")
-        .readOnly<&Gesture::state>("state")
+    SimulatedClass<GestureState>("UIGestureRecognizer", "NSObject")
+        .method<"initWithTarget:action:">(initWithTarget_action)
+        .method<"addTarget:action:">(addTarget_action)
+        .property<&GestureState::view>("view")
+        .readOnly<&GestureState::state>("state")
         .method<"setState:">(setState)
-        .flag<&Gesture::enabled>("enabled")
-        .property<&Gesture::cancelsTouchesInView>("cancelsTouchesInView")
+        .flag<&GestureState::enabled>("enabled")
+        .property<&GestureState::cancelsTouchesInView>("cancelsTouchesInView")
         .method<"locationInView:">(locationInView)
-        .method<"touchesBegan:withEvent:">(touchesBegan)
-        .method<"touchesMoved:withEvent:">(touchesMovedOrEnded)
-        .method<"touchesEnded:withEvent:">(touchesMovedOrEnded)
+        .method<"touchesBegan:withEvent:">(touchesBegan_withEvent)
+        .method<"touchesMoved:withEvent:">(touchesMovedOrEnded_withEvent)
+        .method<"touchesEnded:withEvent:">(touchesMovedOrEnded_withEvent)
         .method<"reset">(reset)
         .registerClass();
 }

@@ -2,7 +2,9 @@
 
 #include "platform/UIKit/UIScreen.hpp"
 #include "simulator/graphics/contexts.hpp"
-#include "simulator/uikit/ImageState.hpp"
+#include "simulator/uikit/UIImage.hpp"
+
+/// Image contexts: bitmaps to draw into, one inside the other.
 
 using simulator::Bitmap;
 using simulator::CairoDeleter;

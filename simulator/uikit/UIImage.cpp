@@ -1,4 +1,4 @@
-#include "platform/UIKit/UIImage.hpp"
+#include "simulator/uikit/UIImage.hpp"
 
 #include <utility>
 
@@ -7,8 +7,9 @@
 #include "simulator/foundation/strings.hpp"
 #include "simulator/graphics/contexts.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
-#include "simulator/uikit/ImageState.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// A picture: made from pixels, or read from a file.
 
 namespace simulator {
 
@@ -31,20 +32,20 @@ UIImage* imageWithContentsOfFile(Class, SEL, NSString* path)
 
 CGSize size(UIImage* self, SEL)
 {
-    const auto& bitmap = stateOf(self).bitmap;
+    const auto& bitmap = ivarsOf<ImageState>(self).bitmap;
     return bitmap == nullptr ? CGSize{} : bitmap->size();
 }
 
 CGFloat scale(UIImage* self, SEL)
 {
-    const auto& bitmap = stateOf(self).bitmap;
+    const auto& bitmap = ivarsOf<ImageState>(self).bitmap;
     return bitmap == nullptr ? 1 : bitmap->scale();
 }
 
 void drawInRect(UIImage* self, SEL, CGRect rect)
 {
     const GraphicsContext* const context = currentGraphicsContext();
-    const auto& bitmap = stateOf(self).bitmap;
+    const auto& bitmap = ivarsOf<ImageState>(self).bitmap;
     if (context != nullptr && context->cairo != nullptr && bitmap != nullptr)
         bitmap->draw(context->cairo, rect);
 }

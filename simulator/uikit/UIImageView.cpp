@@ -1,7 +1,9 @@
 #include "platform/UIKit/UIImageView.hpp"
 
-#include "simulator/uikit/ViewState.hpp"
+#include "simulator/uikit/UIView.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// A view that draws its image over all of its bounds.
 
 namespace simulator {
 

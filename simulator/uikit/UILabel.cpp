@@ -7,10 +7,12 @@
 #include "simulator/foundation/strings.hpp"
 #include "simulator/graphics/contexts.hpp"
 #include "simulator/graphics/text.hpp"
-#include "simulator/quartzcore/colours.hpp"
-#include "simulator/uikit/FontState.hpp"
-#include "simulator/uikit/ViewState.hpp"
+#include "simulator/quartzcore/CGColor.hpp"
+#include "simulator/uikit/UIFont.hpp"
+#include "simulator/uikit/UIView.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// A view that draws its text in the middle of its height, and shrinks it where that is allowed.
 
 namespace simulator {
 
@@ -35,7 +37,7 @@ UILabel* initWithFrame(UILabel* self, SEL, CGRect frame)
     return self;
 }
 
-void copyText(UILabel* self, SEL, NSString* text)
+void setText(UILabel* self, SEL, NSString* text)
 {
     ivarsOf<LabelState>(self).text = adopt(send<"copy", NSString*>(text));
     self->setNeedsDisplay();
@@ -60,7 +62,7 @@ TextSetting settingOf(const LabelState& label)
                         .alignment = pangoAlignment(label.textAlignment),
                         .lineLimit = static_cast<int>(label.numberOfLines)};
     if (label.font != nullptr) {
-        setting.face = stateOf(label.font.get()).face;
+        setting.face = ivarsOf<FontState>(label.font.get()).face;
         setting.fontSize = label.font->pointSize();
     }
     return setting;
@@ -106,7 +108,7 @@ void registerUILabel()
     SimulatedClass<LabelState>("UILabel", "UIView")
         .method<"initWithFrame:">(initWithFrame)
         .readOnly<&LabelState::text>("text")
-        .method<"setText:">(copyText)
+        .method<"setText:">(setText)
         .property<&LabelState::font, redraw>("font")
         .property<&LabelState::textColor, redraw>("textColor")
         .property<&LabelState::textAlignment, redraw>("textAlignment")

@@ -1,36 +1,38 @@
 #include <cmath>
 
-#include "simulator/uikit/GestureState.hpp"
+#include "simulator/uikit/UIGestureRecognizer.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// Recognises a drag: a finger that has moved far enough, for as long as it stays down.
 
 namespace simulator {
 
 namespace {
 
-struct PanState {};
+struct PanGestureState {};
 
 constexpr CGFloat shortestDrag = 10;
 
-void touchesMoved(UIPanGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
+void touchesMoved_withEvent(UIPanGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
 {
-    superOf<PanState, "touchesMoved:withEvent:">(self, touches, event);
-    const GestureState& gesture = stateOf(self);
+    superOf<PanGestureState, "touchesMoved:withEvent:">(self, touches, event);
+    const GestureState& gesture = ivarsOf<GestureState>(self);
     if (gesture.state != UIGestureRecognizerStatePossible)
         self->setState(UIGestureRecognizerStateChanged);
     else if (std::hypot(gesture.location.x - gesture.start.x, gesture.location.y - gesture.start.y) >= shortestDrag)
         self->setState(UIGestureRecognizerStateBegan);
 }
 
-void touchesEnded(UIPanGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
+void touchesEnded_withEvent(UIPanGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
 {
-    superOf<PanState, "touchesEnded:withEvent:">(self, touches, event);
-    if (stateOf(self).state != UIGestureRecognizerStatePossible)
+    superOf<PanGestureState, "touchesEnded:withEvent:">(self, touches, event);
+    if (ivarsOf<GestureState>(self).state != UIGestureRecognizerStatePossible)
         self->setState(UIGestureRecognizerStateEnded);
 }
 
 CGPoint translationInView(UIPanGestureRecognizer* self, SEL, UIView*)
 {
-    const GestureState& gesture = stateOf(self);
+    const GestureState& gesture = ivarsOf<GestureState>(self);
     return {gesture.location.x - gesture.start.x, gesture.location.y - gesture.start.y};
 }
 
@@ -38,9 +40,9 @@ CGPoint translationInView(UIPanGestureRecognizer* self, SEL, UIView*)
 
 void registerUIPanGestureRecognizer()
 {
-    SimulatedClass<PanState>("UIPanGestureRecognizer", "UIGestureRecognizer")
-        .method<"touchesMoved:withEvent:">(touchesMoved)
-        .method<"touchesEnded:withEvent:">(touchesEnded)
+    SimulatedClass<PanGestureState>("UIPanGestureRecognizer", "UIGestureRecognizer")
+        .method<"touchesMoved:withEvent:">(touchesMoved_withEvent)
+        .method<"touchesEnded:withEvent:">(touchesEnded_withEvent)
         .method<"translationInView:">(translationInView)
         .registerClass();
 }

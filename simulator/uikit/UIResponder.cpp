@@ -3,6 +3,8 @@
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/uikit.hpp"
 
+/// The chain along which a touch passes until somebody takes it.
+
 namespace simulator {
 
 namespace {

@@ -1,8 +1,9 @@
-#include "platform/UIKit/UIScreen.hpp"
+#include "simulator/uikit/UIScreen.hpp"
 
 #include "simulator/runtime/SimulatedClass.hpp"
-#include "simulator/uikit/main_screen.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// The one screen, whose size and scale the simulated phone decides.
 
 namespace simulator {
 

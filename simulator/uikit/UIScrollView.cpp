@@ -2,15 +2,16 @@
 
 #include <algorithm>
 
-#include "simulator/quartzcore/damage.hpp"
-#include "simulator/uikit/ViewState.hpp"
+#include "simulator/uikit/UIView.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// A view whose bounds move over its contents with the finger that drags.
 
 namespace simulator {
 
 namespace {
 
-struct ScrollState {
+struct ScrollViewState {
     CGSize contentSize{};
     UIEdgeInsets contentInset{};
     bool scrollEnabled = true;
@@ -22,9 +23,9 @@ struct ScrollState {
 
 UIScrollView* initWithFrame(UIScrollView* self, SEL, CGRect frame)
 {
-    superOf<ScrollState, "initWithFrame:", UIScrollView*>(self, frame);
+    superOf<ScrollViewState, "initWithFrame:", UIScrollView*>(self, frame);
     self->setClipsToBounds(true);
-    auto& scroll = ivarsOf<ScrollState>(self);
+    auto& scroll = ivarsOf<ScrollViewState>(self);
     scroll.pan = adopt(UIPanGestureRecognizer::alloc()->initWithTarget_action(self, selector<"_handlePan:">()));
     self->addGestureRecognizer(scroll.pan);
     return self;
@@ -48,9 +49,9 @@ CGFloat clamped(CGFloat wanted, CGFloat before, CGFloat length, CGFloat after, C
     return std::clamp(wanted, least, std::max(least, length + after - visible));
 }
 
-void handlePan(UIScrollView* self, SEL, UIPanGestureRecognizer* pan)
+void _handlePan(UIScrollView* self, SEL, UIPanGestureRecognizer* pan)
 {
-    auto& scroll = ivarsOf<ScrollState>(self);
+    auto& scroll = ivarsOf<ScrollViewState>(self);
     if (!scroll.scrollEnabled)
         return;
     if (pan->state() == UIGestureRecognizerStateBegan)
@@ -66,7 +67,7 @@ void handlePan(UIScrollView* self, SEL, UIPanGestureRecognizer* pan)
 /// Contents that stand at their beginning stay there when the inset changes.
 void setContentInset(UIScrollView* self, SEL, UIEdgeInsets inset)
 {
-    auto& present = ivarsOf<ScrollState>(self).contentInset;
+    auto& present = ivarsOf<ScrollViewState>(self).contentInset;
     const CGPoint offset = self->contentOffset();
     if (offset.x == -present.left && offset.y == -present.top)
         self->setContentOffset({-inset.left, -inset.top});
@@ -77,18 +78,18 @@ void setContentInset(UIScrollView* self, SEL, UIEdgeInsets inset)
 
 void registerUIScrollView()
 {
-    SimulatedClass<ScrollState>("UIScrollView", "UIView")
+    SimulatedClass<ScrollViewState>("UIScrollView", "UIView")
         .method<"initWithFrame:">(initWithFrame)
-        .property<&ScrollState::contentSize, redraw>("contentSize")
+        .property<&ScrollViewState::contentSize, redraw>("contentSize")
         .method<"contentOffset">(contentOffset)
         .method<"setContentOffset:">(setContentOffset)
-        .readOnly<&ScrollState::contentInset>("contentInset")
+        .readOnly<&ScrollViewState::contentInset>("contentInset")
         .method<"setContentInset:">(setContentInset)
-        .flag<&ScrollState::scrollEnabled>("scrollEnabled")
-        .property<&ScrollState::showsVerticalScrollIndicator>("showsVerticalScrollIndicator")
-        .property<&ScrollState::showsHorizontalScrollIndicator>("showsHorizontalScrollIndicator")
-        .readOnly<&ScrollState::pan>("panGestureRecognizer")
-        .method<"_handlePan:">(handlePan)
+        .flag<&ScrollViewState::scrollEnabled>("scrollEnabled")
+        .property<&ScrollViewState::showsVerticalScrollIndicator>("showsVerticalScrollIndicator")
+        .property<&ScrollViewState::showsHorizontalScrollIndicator>("showsHorizontalScrollIndicator")
+        .readOnly<&ScrollViewState::pan>("panGestureRecognizer")
+        .method<"_handlePan:">(_handlePan)
         .registerClass();
 }
 

@@ -1,14 +1,16 @@
 #include <cmath>
 
 #include "platform/Foundation/NSSet.hpp"
-#include "simulator/uikit/GestureState.hpp"
+#include "simulator/uikit/UIGestureRecognizer.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// Recognises a quick stroke that is clearly along one axis.
 
 namespace simulator {
 
 namespace {
 
-struct SwipeState {
+struct SwipeGestureState {
     NSUInteger direction = UISwipeGestureRecognizerDirectionRight;
 };
 
@@ -26,10 +28,10 @@ NSUInteger directionOf(CGFloat x, CGFloat y)
     return 0;
 }
 
-void touchesMoved(UISwipeGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
+void touchesMoved_withEvent(UISwipeGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
 {
-    superOf<SwipeState, "touchesMoved:withEvent:">(self, touches, event);
-    const GestureState& gesture = stateOf(self);
+    superOf<SwipeGestureState, "touchesMoved:withEvent:">(self, touches, event);
+    const GestureState& gesture = ivarsOf<GestureState>(self);
     if (static_cast<UITouch*>(touches->anyObject())->timestamp() - gesture.startTime > longestStroke) {
         self->setState(UIGestureRecognizerStateFailed);
         return;
@@ -43,9 +45,9 @@ void touchesMoved(UISwipeGestureRecognizer* self, SEL, NSSet* touches, UIEvent* 
 
 void registerUISwipeGestureRecognizer()
 {
-    SimulatedClass<SwipeState>("UISwipeGestureRecognizer", "UIGestureRecognizer")
-        .property<&SwipeState::direction>("direction")
-        .method<"touchesMoved:withEvent:">(touchesMoved)
+    SimulatedClass<SwipeGestureState>("UISwipeGestureRecognizer", "UIGestureRecognizer")
+        .property<&SwipeGestureState::direction>("direction")
+        .method<"touchesMoved:withEvent:">(touchesMoved_withEvent)
         .registerClass();
 }
 

@@ -4,15 +4,17 @@
 #include <vector>
 
 #include "platform/Foundation/NSSet.hpp"
-#include "simulator/uikit/TouchState.hpp"
-#include "simulator/uikit/ViewState.hpp"
+#include "platform/UIKit/UITouch.hpp"
+#include "simulator/uikit/UIView.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// Rows of one height below each other, of which one may be selected.
 
 namespace simulator {
 
 namespace {
 
-struct TableState {
+struct TableViewState {
     /// Not retained.
     NSObject* dataSource = nullptr;
     CGFloat rowHeight = 44;
@@ -23,7 +25,7 @@ struct TableState {
 
 UITableViewCell* cellAt(UITableView* self, NSInteger row)
 {
-    const auto& cells = ivarsOf<TableState>(self).cells;
+    const auto& cells = ivarsOf<TableViewState>(self).cells;
     return row >= 0 && row < std::ssize(cells) ? cells[static_cast<std::size_t>(row)].get() : nullptr;
 }
 
@@ -36,13 +38,13 @@ NSInteger rowAt(UITableView* self, CGPoint point)
 /// The rows are asked for again at the next layout.
 void reloadData(UITableView* self, SEL)
 {
-    ivarsOf<TableState>(self).needsReload = true;
+    ivarsOf<TableViewState>(self).needsReload = true;
     self->setNeedsLayout();
 }
 
 void reload(UITableView* self)
 {
-    auto& table = ivarsOf<TableState>(self);
+    auto& table = ivarsOf<TableViewState>(self);
     table.needsReload = false;
     table.selectedRow = NSNotFound;
     for (UITableViewCell* cell : table.cells)
@@ -59,7 +61,7 @@ void reload(UITableView* self)
 
 void layoutSubviews(UITableView* self, SEL)
 {
-    auto& table = ivarsOf<TableState>(self);
+    auto& table = ivarsOf<TableViewState>(self);
     if (table.needsReload)
         reload(self);
     CGFloat y = 0;
@@ -71,7 +73,7 @@ void layoutSubviews(UITableView* self, SEL)
 
 NSArray* visibleCells(UITableView* self, SEL)
 {
-    return toNSArray(ivarsOf<TableState>(self).cells);
+    return toNSArray(ivarsOf<TableViewState>(self).cells);
 }
 
 NSInteger touchedRow(UITableView* self, NSSet* touches)
@@ -81,25 +83,25 @@ NSInteger touchedRow(UITableView* self, NSSet* touches)
 
 void endHighlight(UITableView* self)
 {
-    for (UITableViewCell* cell : ivarsOf<TableState>(self).cells)
+    for (UITableViewCell* cell : ivarsOf<TableViewState>(self).cells)
         cell->setHighlighted(false);
 }
 
-void touchesBegan(UITableView* self, SEL, NSSet* touches, UIEvent*)
+void touchesBegan_withEvent(UITableView* self, SEL, NSSet* touches, UIEvent*)
 {
     cellAt(self, touchedRow(self, touches))->setHighlighted(true);
 }
 
-void touchesCancelled(UITableView* self, SEL, NSSet*, UIEvent*)
+void touchesCancelled_withEvent(UITableView* self, SEL, NSSet*, UIEvent*)
 {
     endHighlight(self);
 }
 
 /// The row under the lifted finger is selected; the one that was is no more.
-void touchesEnded(UITableView* self, SEL, NSSet* touches, UIEvent*)
+void touchesEnded_withEvent(UITableView* self, SEL, NSSet* touches, UIEvent*)
 {
     endHighlight(self);
-    auto& table = ivarsOf<TableState>(self);
+    auto& table = ivarsOf<TableViewState>(self);
     const NSInteger row = touchedRow(self, touches);
     if (cellAt(self, row) == nullptr)
         return;
@@ -112,16 +114,16 @@ void touchesEnded(UITableView* self, SEL, NSSet* touches, UIEvent*)
 
 void registerUITableView()
 {
-    SimulatedClass<TableState>("UITableView", "UIScrollView")
-        .property<&TableState::dataSource>("dataSource")
-        .property<&TableState::rowHeight>("rowHeight")
-        .readOnly<&TableState::selectedRow>("selectedRow")
+    SimulatedClass<TableViewState>("UITableView", "UIScrollView")
+        .property<&TableViewState::dataSource>("dataSource")
+        .property<&TableViewState::rowHeight>("rowHeight")
+        .readOnly<&TableViewState::selectedRow>("selectedRow")
         .method<"reloadData">(reloadData)
         .method<"layoutSubviews">(layoutSubviews)
         .method<"visibleCells">(visibleCells)
-        .method<"touchesBegan:withEvent:">(touchesBegan)
-        .method<"touchesEnded:withEvent:">(touchesEnded)
-        .method<"touchesCancelled:withEvent:">(touchesCancelled)
+        .method<"touchesBegan:withEvent:">(touchesBegan_withEvent)
+        .method<"touchesEnded:withEvent:">(touchesEnded_withEvent)
+        .method<"touchesCancelled:withEvent:">(touchesCancelled_withEvent)
         .registerClass();
 }
 

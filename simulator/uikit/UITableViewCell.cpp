@@ -1,13 +1,15 @@
 #include "platform/UIKit/UITableView.hpp"
 
-#include "simulator/uikit/ViewState.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// One row of a table, lighter while it is touched or selected.
 
 namespace simulator {
 
 namespace {
 
-struct CellState {
+struct TableViewCellState {
     bool highlighted = false;
     bool selected = false;
 };
@@ -15,7 +17,7 @@ struct CellState {
 void applyHighlight(NSObject* self)
 {
     auto* const cell = static_cast<UITableViewCell*>(self);
-    const auto& state = ivarsOf<CellState>(self);
+    const auto& state = ivarsOf<TableViewCellState>(self);
     constexpr CGFloat veil = 0.18;
     cell->setBackgroundColor(state.highlighted || state.selected ? UIColor::colorWithWhite_alpha(1, veil)
                                                                  : UIColor::clearColor());
@@ -25,9 +27,9 @@ void applyHighlight(NSObject* self)
 
 void registerUITableViewCell()
 {
-    SimulatedClass<CellState>("UITableViewCell", "UIView")
-        .flag<&CellState::highlighted, applyHighlight>("highlighted")
-        .flag<&CellState::selected, applyHighlight>("selected")
+    SimulatedClass<TableViewCellState>("UITableViewCell", "UIView")
+        .flag<&TableViewCellState::highlighted, applyHighlight>("highlighted")
+        .flag<&TableViewCellState::selected, applyHighlight>("selected")
         .registerClass();
 }
 

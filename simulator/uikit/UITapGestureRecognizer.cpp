@@ -1,14 +1,16 @@
 #include <cmath>
 
 #include "platform/Foundation/NSSet.hpp"
-#include "simulator/uikit/GestureState.hpp"
+#include "simulator/uikit/UIGestureRecognizer.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// Recognises a number of taps that follow each other quickly in about the same place.
 
 namespace simulator {
 
 namespace {
 
-struct TapState {
+struct TapGestureState {
     NSUInteger numberOfTapsRequired = 1;
     NSUInteger taps = 0;
     CGPoint firstPlace{};
@@ -23,11 +25,11 @@ CGFloat distance(CGPoint a, CGPoint b)
     return std::hypot(a.x - b.x, a.y - b.y);
 }
 
-void touchesBegan(UITapGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
+void touchesBegan_withEvent(UITapGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
 {
-    superOf<TapState, "touchesBegan:withEvent:">(self, touches, event);
-    auto& tap = ivarsOf<TapState>(self);
-    const GestureState& gesture = stateOf(self);
+    superOf<TapGestureState, "touchesBegan:withEvent:">(self, touches, event);
+    auto& tap = ivarsOf<TapGestureState>(self);
+    const GestureState& gesture = ivarsOf<GestureState>(self);
     const bool continues = tap.taps > 0 && gesture.startTime - tap.lastTime <= longestPause &&
                            distance(gesture.start, tap.firstPlace) <= farthestTap;
     if (!continues) {
@@ -36,11 +38,11 @@ void touchesBegan(UITapGestureRecognizer* self, SEL, NSSet* touches, UIEvent* ev
     }
 }
 
-void touchesEnded(UITapGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
+void touchesEnded_withEvent(UITapGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
 {
-    superOf<TapState, "touchesEnded:withEvent:">(self, touches, event);
-    auto& tap = ivarsOf<TapState>(self);
-    const GestureState& gesture = stateOf(self);
+    superOf<TapGestureState, "touchesEnded:withEvent:">(self, touches, event);
+    auto& tap = ivarsOf<TapGestureState>(self);
+    const GestureState& gesture = ivarsOf<GestureState>(self);
     if (distance(gesture.location, gesture.start) > farthestTap) {
         tap.taps = 0;
         self->setState(UIGestureRecognizerStateFailed);
@@ -57,10 +59,10 @@ void touchesEnded(UITapGestureRecognizer* self, SEL, NSSet* touches, UIEvent* ev
 
 void registerUITapGestureRecognizer()
 {
-    SimulatedClass<TapState>("UITapGestureRecognizer", "UIGestureRecognizer")
-        .property<&TapState::numberOfTapsRequired>("numberOfTapsRequired")
-        .method<"touchesBegan:withEvent:">(touchesBegan)
-        .method<"touchesEnded:withEvent:">(touchesEnded)
+    SimulatedClass<TapGestureState>("UITapGestureRecognizer", "UIGestureRecognizer")
+        .property<&TapGestureState::numberOfTapsRequired>("numberOfTapsRequired")
+        .method<"touchesBegan:withEvent:">(touchesBegan_withEvent)
+        .method<"touchesEnded:withEvent:">(touchesEnded_withEvent)
         .registerClass();
 }
 

@@ -1,8 +1,9 @@
-#include "platform/UIKit/UITouch.hpp"
+#include "simulator/uikit/UITouch.hpp"
 
 #include "platform/UIKit/UIWindow.hpp"
-#include "simulator/uikit/TouchState.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// One finger on the screen, as views and recognisers are told of it.
 
 namespace simulator {
 
@@ -10,7 +11,7 @@ namespace {
 
 CGPoint locationInView(UITouch* self, SEL, UIView* view)
 {
-    const TouchState& touch = stateOf(self);
+    const TouchState& touch = ivarsOf<TouchState>(self);
     return touch.window->convertPoint_toView(touch.location, view);
 }
 

@@ -3,6 +3,8 @@
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/uikit.hpp"
 
+/// The view at the root of the tree.
+
 namespace simulator {
 
 namespace {

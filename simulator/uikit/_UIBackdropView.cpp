@@ -1,23 +1,25 @@
 #include "platform/UIKit/_UIBackdropView.hpp"
 
-#include "simulator/quartzcore/LayerState.hpp"
-#include "simulator/quartzcore/colours.hpp"
+#include "simulator/quartzcore/CALayer.hpp"
+#include "simulator/quartzcore/CGColor.hpp"
 #include "simulator/quartzcore/damage.hpp"
-#include "simulator/uikit/ViewState.hpp"
+#include "simulator/uikit/UIView.hpp"
 #include "simulator/uikit/uikit.hpp"
+
+/// A view that shows what lies behind it blurred and tinted: it hands its settings to its layer.
 
 namespace simulator {
 
 namespace {
 
-struct BackdropSettingsState {
+struct BackdropViewSettingsState {
     Owned<UIColor> colorTint;
     CGFloat colorTintAlpha = 0;
     /// The view whose settings they are; it owns them.
     _UIBackdropView* view = nullptr;
 };
 
-struct BackdropState {
+struct BackdropViewState {
     NSInteger style = 0;
     Owned<_UIBackdropViewSettings> inputSettings;
     bool blurRadiusSetOnce = false;
@@ -26,10 +28,10 @@ struct BackdropState {
     bool blursWithHardEdges = false;
     Owned<NSString> blurQuality;
 
-    ~BackdropState()
+    ~BackdropViewState()
     {
         if (inputSettings != nullptr)
-            ivarsOf<BackdropSettingsState>(inputSettings.get()).view = nullptr;
+            ivarsOf<BackdropViewSettingsState>(inputSettings.get()).view = nullptr;
     }
 };
 
@@ -37,29 +39,29 @@ struct BackdropState {
 void apply(NSObject* self)
 {
     auto* const view = static_cast<_UIBackdropView*>(self);
-    const auto& backdrop = ivarsOf<BackdropState>(view);
-    const auto& settings = ivarsOf<BackdropSettingsState>(backdrop.inputSettings.get());
+    const auto& backdrop = ivarsOf<BackdropViewState>(view);
+    const auto& settings = ivarsOf<BackdropViewSettingsState>(backdrop.inputSettings.get());
     Colour tint = colourOf(settings.colorTint->CGColor());
     tint.alpha = settings.colorTintAlpha;
-    stateOf(view->layer()).backdrop = LayerBackdrop{backdrop.blurRadius, tint};
+    ivarsOf<LayerState>(view->layer()).backdrop = LayerBackdrop{backdrop.blurRadius, tint};
     damageScreen();
 }
 
 void applySettings(NSObject* self)
 {
-    if (_UIBackdropView* const view = ivarsOf<BackdropSettingsState>(self).view)
+    if (_UIBackdropView* const view = ivarsOf<BackdropViewSettingsState>(self).view)
         apply(view);
 }
 
 _UIBackdropView* initWithStyle(_UIBackdropView* self, SEL, NSInteger style)
 {
-    send<"initWithFrame:", UIView*>(self, CGRectZero);
-    auto& backdrop = ivarsOf<BackdropState>(self);
+    self->initWithFrame(CGRectZero);
+    auto& backdrop = ivarsOf<BackdropViewState>(self);
     backdrop.style = style;
     backdrop.inputSettings = adopt(send<"new", _UIBackdropViewSettings*>(classNamed<"_UIBackdropViewSettings">()));
-    ivarsOf<BackdropSettingsState>(backdrop.inputSettings.get()).view = self;
+    ivarsOf<BackdropViewSettingsState>(backdrop.inputSettings.get()).view = self;
     self->setUserInteractionEnabled(false);
-    send<"setAutoresizingMask:">(self, flexibleSize);
+    self->setAutoresizingMask(flexibleSize);
     apply(self);
     return self;
 }
@@ -74,20 +76,20 @@ void didMoveToSuperview(_UIBackdropView* self, SEL)
 
 void registerUIBackdropView()
 {
-    SimulatedClass<BackdropSettingsState>("_UIBackdropViewSettings", "NSObject")
-        .property<&BackdropSettingsState::colorTint, applySettings>("colorTint")
-        .property<&BackdropSettingsState::colorTintAlpha, applySettings>("colorTintAlpha")
+    SimulatedClass<BackdropViewSettingsState>("_UIBackdropViewSettings", "NSObject")
+        .property<&BackdropViewSettingsState::colorTint, applySettings>("colorTint")
+        .property<&BackdropViewSettingsState::colorTintAlpha, applySettings>("colorTintAlpha")
         .registerClass();
-    SimulatedClass<BackdropState>("_UIBackdropView", "UIView")
+    SimulatedClass<BackdropViewState>("_UIBackdropView", "UIView")
         .method<"initWithStyle:">(initWithStyle)
         .method<"didMoveToSuperview">(didMoveToSuperview)
-        .readOnly<&BackdropState::style>("style")
-        .readOnly<&BackdropState::inputSettings>("inputSettings")
-        .property<&BackdropState::blurRadiusSetOnce>("blurRadiusSetOnce")
-        .property<&BackdropState::blurRadius, apply>("blurRadius")
-        .property<&BackdropState::blurHardEdges>("blurHardEdges")
-        .property<&BackdropState::blursWithHardEdges>("blursWithHardEdges")
-        .property<&BackdropState::blurQuality>("blurQuality")
+        .readOnly<&BackdropViewState::style>("style")
+        .readOnly<&BackdropViewState::inputSettings>("inputSettings")
+        .property<&BackdropViewState::blurRadiusSetOnce>("blurRadiusSetOnce")
+        .property<&BackdropViewState::blurRadius, apply>("blurRadius")
+        .property<&BackdropViewState::blurHardEdges>("blurHardEdges")
+        .property<&BackdropViewState::blursWithHardEdges>("blursWithHardEdges")
+        .property<&BackdropViewState::blurQuality>("blurQuality")
         .registerClass();
 }
 

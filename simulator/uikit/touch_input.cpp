@@ -7,9 +7,10 @@
 #include "platform/UIKit/UIGestureRecognizer.hpp"
 #include "platform/UIKit/UIWindow.hpp"
 #include "platform/runtime/each.hpp"
-#include "simulator/uikit/GestureState.hpp"
-#include "simulator/uikit/TouchState.hpp"
-#include "simulator/uikit/target_action.hpp"
+#include "simulator/uikit/UIGestureRecognizer.hpp"
+#include "simulator/uikit/UITouch.hpp"
+
+/// The way of a touch: to the view that it hits and to the recognisers around it, of which one wins.
 
 namespace simulator {
 
@@ -42,7 +43,7 @@ Owned<UIGestureRecognizer> winner()
 {
     UIGestureRecognizer* best = nullptr;
     for (UIGestureRecognizer* recognizer : finger.recognizers) {
-        if (stateOf(recognizer).hasNews && (best == nullptr || tapsOf(recognizer) > tapsOf(best)))
+        if (ivarsOf<GestureState>(recognizer).hasNews && (best == nullptr || tapsOf(recognizer) > tapsOf(best)))
             best = recognizer;
     }
     return best;
@@ -50,10 +51,10 @@ Owned<UIGestureRecognizer> winner()
 
 void tellTargets(UIGestureRecognizer* recognizer)
 {
-    stateOf(recognizer).hasNews = false;
+    ivarsOf<GestureState>(recognizer).hasNews = false;
     // A copy, since an action may add another.
-    for (const GestureState::Target& target : std::vector(stateOf(recognizer).targets))
-        perform(target.object, target.action, recognizer);
+    for (const GestureState::Target& target : std::vector(ivarsOf<GestureState>(recognizer).targets))
+        target.object->performSelector_withObject(target.action, recognizer);
 }
 
 void cancelInView(NSSet* touches)
@@ -87,7 +88,7 @@ bool follows(UIGestureRecognizer* recognizer)
 template <FixedString Name>
 void deliver(UITouchPhase phase)
 {
-    TouchState& state = stateOf(finger.touch.get());
+    TouchState& state = ivarsOf<TouchState>(finger.touch.get());
     state.phase = phase;
     state.timestamp = now;
     NSSet* const touches = NSSet::setWithObject(finger.touch.get());
@@ -118,7 +119,7 @@ void putDown(UIWindow* window, CGPoint point)
         return;
     finger.touch = adopt(send<"new", UITouch*>(classNamed<"UITouch">()));
     finger.view = view;
-    stateOf(finger.touch.get()) = {UITouchPhaseBegan, now, view, window, point};
+    ivarsOf<TouchState>(finger.touch.get()) = {UITouchPhaseBegan, now, view, window, point};
     gatherRecognizers(view);
     deliver<"touchesBegan:withEvent:">(UITouchPhaseBegan);
 }
@@ -137,7 +138,7 @@ void touchMove(CGPoint point, double pause)
     if (finger.touch == nullptr)
         return;
     now += pause;
-    stateOf(finger.touch.get()).location = point;
+    ivarsOf<TouchState>(finger.touch.get()).location = point;
     deliver<"touchesMoved:withEvent:">(UITouchPhaseMoved);
 }
 
@@ -146,17 +147,17 @@ void touchUp(CGPoint point, double pause)
     if (finger.touch == nullptr)
         return;
     now += pause;
-    stateOf(finger.touch.get()).location = point;
+    ivarsOf<TouchState>(finger.touch.get()).location = point;
     deliver<"touchesEnded:withEvent:">(UITouchPhaseEnded);
     const Finger lifted = std::exchange(finger, {});
     for (UIGestureRecognizer* recognizer : lifted.recognizers)
-        send<"reset">(recognizer);
+        recognizer->reset();
 }
 
 void touchUp()
 {
     if (finger.touch != nullptr)
-        touchUp(stateOf(finger.touch.get()).location);
+        touchUp(ivarsOf<TouchState>(finger.touch.get()).location);
 }
 
 bool fingerIsDown()

@@ -8,7 +8,7 @@
 #include "platform/UIKit/UIWindow.hpp"
 #include "platform/runtime/each.hpp"
 #include "simulator/foundation/clock.hpp"
-#include "simulator/quartzcore/colours.hpp"
+#include "simulator/quartzcore/CGColor.hpp"
 
 RegionalPhone::RegionalPhone(const Region& region)
 {

@@ -2,7 +2,7 @@
 
 #include "platform/runtime/each.hpp"
 #include "simulator/foundation/system_log.hpp"
-#include "simulator/quartzcore/colours.hpp"
+#include "simulator/quartzcore/CGColor.hpp"
 #include "tests/calendar/MonthCalendar.hpp"
 
 /// The views that a month is made of.

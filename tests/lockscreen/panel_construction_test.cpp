@@ -5,7 +5,7 @@
 #include "platform/runtime/each.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
-#include "simulator/uikit/GestureState.hpp"
+#include "simulator/uikit/UIGestureRecognizer.hpp"
 #include "tests/support/Console.hpp"
 #include "tests/support/MessageLog.hpp"
 #include "tests/support/live_objects.hpp"
@@ -355,7 +355,7 @@ std::vector<std::string> recognisersOf(UIView* view, NSObject* target)
     std::vector<std::string> all;
     for (UIGestureRecognizer* recognizer : each<UIGestureRecognizer>(view->gestureRecognizers())) {
         EXPECT_EQ(className(recognizer), "UITapGestureRecognizer");
-        const auto& targets = simulator::stateOf(recognizer).targets;
+        const auto& targets = ivarsOf<simulator::GestureState>(recognizer).targets;
         EXPECT_EQ(targets.size(), 1U);
         EXPECT_EQ(targets.at(0).object, target);
         all.push_back(std::string(sel_getName(targets.at(0).action)) + ' ' +

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/UIKit/UIWindow.hpp"
-#include "simulator/quartzcore/paths.hpp"
+#include "simulator/quartzcore/CGPath.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/touch_input.hpp"
 #include "tests/support/MessageLog.hpp"

@@ -43,7 +43,7 @@ std::optional<Picture::Box> Picture::ink() const
 
 Picture pictureOf(UIImage* image)
 {
-    cairo_surface_t* const surface = simulator::stateOf(image).bitmap->surface();
+    cairo_surface_t* const surface = ivarsOf<simulator::ImageState>(image).bitmap->surface();
     cairo_surface_flush(surface);
     Picture picture{cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface), {}};
     picture.pixels.resize(static_cast<std::size_t>(picture.width * picture.height));

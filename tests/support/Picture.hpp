@@ -7,7 +7,7 @@
 
 #include "platform/UIKit/UIImage.hpp"
 #include "platform/runtime/Owned.hpp"
-#include "simulator/uikit/ImageState.hpp"
+#include "simulator/uikit/UIImage.hpp"
 
 /// The pixels of an image, each as 0xAARRGGBB with premultiplied components.
 struct Picture {

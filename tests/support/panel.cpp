@@ -113,5 +113,5 @@ Picture screenshot()
 
 void writePicture(UIImage* image, const std::filesystem::path& file)
 {
-    simulator::stateOf(image).bitmap->writePNG(file);
+    ivarsOf<simulator::ImageState>(image).bitmap->writePNG(file);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/CoreGraphics/CGGeometry.hpp"
+#include "platform/UIKit/UIScreen.hpp"
 
 namespace simulator {
 

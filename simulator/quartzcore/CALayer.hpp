@@ -46,11 +46,6 @@ struct LayerState {
     ~LayerState();
 };
 
-inline LayerState& stateOf(CALayer* layer)
-{
-    return ivarsOf<LayerState>(layer);
-}
-
 /// For properties whose change shows: draws the screen again.
 void layerChanged(NSObject* layer);
 

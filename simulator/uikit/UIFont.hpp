@@ -2,20 +2,16 @@
 
 #include "platform/Foundation/NSString.hpp"
 #include "platform/UIKit/UIFont.hpp"
-#include "platform/runtime/ClassBuilder.hpp"
 #include "simulator/graphics/typeface.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
 
 namespace simulator {
 
+/// What every font holds ("UIFont", UIKit).
 struct FontState {
     Owned<NSString> fontName;
     Typeface face;
     CGFloat pointSize = 0;
 };
-
-inline const FontState& stateOf(UIFont* font)
-{
-    return ivarsOf<FontState>(font);
-}
 
 } // namespace simulator

@@ -27,9 +27,4 @@ struct GestureState {
     NSTimeInterval startTime = 0;
 };
 
-inline GestureState& stateOf(UIGestureRecognizer* recognizer)
-{
-    return ivarsOf<GestureState>(recognizer);
-}
-
 } // namespace simulator

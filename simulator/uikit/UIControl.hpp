@@ -2,10 +2,8 @@
 
 #include <vector>
 
-#include "platform/Foundation/NSString.hpp"
 #include "platform/UIKit/UIControl.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
-#include "simulator/uikit/target_action.hpp"
 
 namespace simulator {
 
@@ -23,10 +21,5 @@ struct ControlState {
     bool selected = false;
     bool isTracking = false;
 };
-
-inline ControlState& stateOf(UIControl* control)
-{
-    return ivarsOf<ControlState>(control);
-}
 
 } // namespace simulator

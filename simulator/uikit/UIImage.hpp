@@ -3,21 +3,16 @@
 #include <memory>
 
 #include "platform/UIKit/UIImage.hpp"
-#include "platform/runtime/ClassBuilder.hpp"
-#include "platform/runtime/Owned.hpp"
 #include "simulator/graphics/Bitmap.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
 
 namespace simulator {
 
+/// What every image holds ("UIImage", UIKit).
 struct ImageState {
     /// Null in an image that was made with plain init.
     std::shared_ptr<Bitmap> bitmap;
 };
-
-inline const ImageState& stateOf(UIImage* image)
-{
-    return ivarsOf<ImageState>(image);
-}
 
 /// Null pixels give nil.
 Owned<UIImage> imageWithBitmap(std::shared_ptr<Bitmap> bitmap);

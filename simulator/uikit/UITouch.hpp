@@ -6,6 +6,7 @@
 
 namespace simulator {
 
+/// What every touch holds ("UITouch", UIKit).
 struct TouchState {
     UITouchPhase phase = UITouchPhaseBegan;
     NSTimeInterval timestamp = 0;
@@ -14,10 +15,5 @@ struct TouchState {
     /// In the window.
     CGPoint location{};
 };
-
-inline TouchState& stateOf(UITouch* touch)
-{
-    return ivarsOf<TouchState>(touch);
-}
 
 } // namespace simulator

@@ -29,10 +29,9 @@ struct ViewState {
     ~ViewState();
 };
 
-inline ViewState& stateOf(UIView* view)
-{
-    return ivarsOf<ViewState>(view);
-}
+/// Parts of the class that have files of their own.
+void addUIViewGeometry(SimulatedClass<ViewState>& view);
+void addUIViewHierarchy(SimulatedClass<ViewState>& view);
 
 /// An immutable copy of a list of objects. Autoreleased.
 template <class T>
