@@ -13,6 +13,7 @@
 #include "platform/Foundation/NSDate.hpp"
 #include "platform/UIKit/UIScreen.hpp"
 #include "platform/runtime/AutoreleasePool.hpp"
+#include "simulator/console/MouseTimes.hpp"
 #include "simulator/console/raised_exception.hpp"
 #include "simulator/foundation/clock.hpp"
 #include "simulator/graphics/Bitmap.hpp"
@@ -81,17 +82,18 @@ struct Weather {
 
 constexpr Weather weathers[] = {{"-3.5", "16"}, {"31", "32"}, {"12", "11"}, {"21", "26"}};
 
-/// The finger's times come from the machine: a quick second click is a double tap, and one that came while the phone was
-/// busy is no later for that.
+/// Tells the finger how long it rested, by the times of the mouse's events in milliseconds.
 class Stopwatch {
 public:
-    /// What comes from now on is not earlier than this.
-    void read() { now_ = SDL_GetTicks64(); }
-    double secondsSinceLast() { return static_cast<double>(now_ - std::exchange(last_, now_)) / 1000; }
+    double secondsSinceLast(Uint32 time)
+    {
+        // The times begin anew after 49 days, and are never taken to go back.
+        const auto passed = static_cast<Sint32>(time - std::exchange(last_, time));
+        return std::max(passed, 0) / 1000.0;
+    }
 
 private:
-    Uint64 now_ = 0;
-    Uint64 last_ = 0;
+    Uint32 last_ = 0;
 };
 
 constexpr CGFloat stripHeight = 26;
@@ -232,15 +234,16 @@ struct Window::Parts {
             break;
         case SDL_MOUSEBUTTONDOWN:
             if (event.button.button == SDL_BUTTON_LEFT)
-                touchDown(springBoardWindow(), inPoints(event.button.x, event.button.y), stopwatch.secondsSinceLast());
+                touchDown(springBoardWindow(), inPoints(event.button.x, event.button.y),
+                          stopwatch.secondsSinceLast(event.common.timestamp));
             break;
         case SDL_MOUSEMOTION:
             if (fingerIsDown())
-                touchMove(inPoints(event.motion.x, event.motion.y), stopwatch.secondsSinceLast());
+                touchMove(inPoints(event.motion.x, event.motion.y), stopwatch.secondsSinceLast(event.common.timestamp));
             break;
         case SDL_MOUSEBUTTONUP:
             if (event.button.button == SDL_BUTTON_LEFT)
-                touchUp(inPoints(event.button.x, event.button.y), stopwatch.secondsSinceLast());
+                touchUp(inPoints(event.button.x, event.button.y), stopwatch.secondsSinceLast(event.common.timestamp));
             break;
         default:
             break;
@@ -320,20 +323,15 @@ struct Window::Parts {
         const AutoreleasePool pool;
         constexpr int patience = 30;
         SDL_Event event;
-        bool hasCome = SDL_PollEvent(&event) != 0;
-        if (!hasCome) {
-            hasCome = SDL_WaitEventTimeout(&event, patience) != 0;
-            stopwatch.read();
-        }
-        for (; hasCome; hasCome = SDL_PollEvent(&event) != 0)
+        for (int hasCome = SDL_WaitEventTimeout(&event, patience); hasCome != 0; hasCome = SDL_PollEvent(&event))
             take(event);
-        stopwatch.read();
         deliverDarwinNotifications();
         draw();
     }
 
     Console& console;
     Video video;
+    MouseTimes mouseTimes;
     SdlPointer<SDL_Window, SDL_DestroyWindow> window;
     SdlPointer<SDL_Renderer, SDL_DestroyRenderer> renderer;
     SdlPointer<SDL_Texture, SDL_DestroyTexture> texture;

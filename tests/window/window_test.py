@@ -6,51 +6,14 @@ usage: window_test.py SPRINGBOARD PHONE-TREE
 import os
 import pathlib
 import shutil
-import struct
 import subprocess
 import sys
 import tempfile
-import time
 
-DISPLAY_SIZE = (1000, 1300)
+from display import PATIENCE, Display, wait
+
 # The strip of help stands below the phone's screen.
 PICTURE_POINTS = (320, 568 + 26)
-PATIENCE = 30
-
-
-class Display:
-    """An X server whose picture lies in a file in the format of xwd."""
-
-    def __init__(self, folder):
-        self.file = folder / "Xvfb_screen0"
-        reading, writing = os.pipe()
-        self.server = subprocess.Popen(
-            ["Xvfb", "-noreset", "-displayfd", str(writing), "-screen", "0", "%dx%dx24" % DISPLAY_SIZE, "-fbdir", str(folder)],
-            pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        os.close(writing)
-        # To the end of the line: the server writes it in pieces, and dies of a pipe that is closed too early.
-        with os.fdopen(reading) as line:
-            self.name = ":" + line.readline().strip()
-        # The server may take clients before it has laid out its picture.
-        end = time.monotonic() + PATIENCE
-        while not (self.file.exists() and self.file.stat().st_size >= 4 * DISPLAY_SIZE[0] * DISPLAY_SIZE[1]):
-            if time.monotonic() > end:
-                sys.exit("FAILED: the display has a picture")
-            time.sleep(0.05)
-
-    def pixels(self):
-        data = self.file.read_bytes()
-        header = struct.unpack(">25I", data[:100])
-        width, height, line, colours = header[4], header[5], header[12], header[19]
-        start = header[0] + colours * 12
-        return lambda x, y: struct.unpack_from("<I", data, start + y * line + x * 4)[0] & 0xFFFFFF, width, height
-
-    def input(self, *words):
-        subprocess.run(["xdotool", *words], env=os.environ | {"DISPLAY": self.name}, check=True)
-
-    def close(self):
-        self.server.terminate()
-        self.server.wait()
 
 
 class WindowOfThePhone:
@@ -83,22 +46,32 @@ class WindowOfThePhone:
         return [pixel(*self.place(x, y)) for x in range(4, 320, 8) for y in range(4, 568, 8)]
 
     def press(self, key):
-        self.display.input("mousemove", *map(str, self.place(160, 300)))
-        self.display.input("key", key)
+        self.display.input("mousemove", *map(str, self.place(160, 300)), "key", key)
 
-    def click(self, x, y, times=1):
-        self.display.input("mousemove", *map(str, self.place(x, y)), "click", "--repeat", str(times), "--delay", "60", "1")
+    def click(self, x, y):
+        self.display.input("mousemove", *map(str, self.place(x, y)), "click", "1")
+
+    def click_at(self, x, y, *times):
+        self.display.click_at(*self.place(x, y), times)
 
     def wait(self, what, holds):
-        end = time.monotonic() + PATIENCE
-        while not holds():
-            if time.monotonic() > end:
-                sys.exit(f"FAILED: {what}")
-            time.sleep(0.1)
-        print("ok:", what)
+        wait(what, holds)
+        print("ok:", what, flush=True)
+
+    def has_answered(self, look):
+        """Whether it looks like that when it has answered all that has been sent so far: it takes the keys after that."""
+        self.press("h")
+        wait("H shows the sheet of help", lambda: self.brightness(285, 300) < 120 and self.look() != look)
+        self.press("h")
+        wait("H takes the sheet of help away", lambda: self.look() == look)
+        return True
 
 
 def work(window, folder):
+    before = window.look()
+    window.press("t")
+    window.wait("T goes on by three hours, and the clock stands still", lambda: window.look() != before)
+
     sky = window.colour(160, 147)
     window.press("n")
     window.wait("N brings a notification's icon into the strip", lambda: window.colour(160, 147) != sky)
@@ -109,12 +82,28 @@ def work(window, folder):
     window.press("h")
     window.wait("H takes it away", lambda: window.look() == with_icon)
 
+    calendar = (38, 103)
     pane = window.brightness(160, 200)
-    window.click(38, 103)
+    window.click(*calendar)
     window.wait("a click on the calendar opens its pane", lambda: window.brightness(160, 140) < pane)
-    time.sleep(0.6)
-    window.click(38, 103, times=2)
+    with_pane = window.look()
+
+    # What is a double click hangs on when the clicks were made, not on when they arrive.
+    time = window.display.now() + 1000
+    window.click_at(*calendar, time, time + 60)
     window.wait("a double click closes it", lambda: window.look() == with_icon)
+    time += 1000
+    window.click_at(*calendar, time)
+    window.wait("a click opens it again", lambda: window.look() == with_pane)
+    time += 1000
+    window.click_at(*calendar, time, time + 1000)
+    window.wait("two clicks that arrive together and were made a second apart leave it open",
+                lambda: window.has_answered(with_pane))
+    time += 2000
+    window.click_at(*calendar, time)
+    window.has_answered(with_pane)
+    window.click_at(*calendar, time + 60)
+    window.wait("a double click that arrives slowly closes it", lambda: window.look() == with_icon)
 
     window.press("p")
     window.wait("P leaves a picture", (folder / "lockscreen-1.png").exists)
@@ -132,7 +121,7 @@ def main():
         folder = pathlib.Path(name)
         shutil.copytree(tree, folder / "root")
         display = Display(folder)
-        environment = os.environ | {"DISPLAY": display.name, "SDL_VIDEODRIVER": "x11"}
+        environment = os.environ | {"DISPLAY": display.name, "SDL_VIDEODRIVER": "x11", "SDL_RENDER_DRIVER": "software"}
         phone = subprocess.Popen([springboard, "--root", folder / "root"], cwd=folder, env=environment)
         try:
             window = WindowOfThePhone(display)
