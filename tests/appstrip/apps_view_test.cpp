@@ -7,9 +7,13 @@
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/touch_input.hpp"
 #include "tests/support/MessageLog.hpp"
+#include "tests/support/MorningPhone.hpp"
+#include "tests/support/Picture.hpp"
+#include "tests/support/drawn_texts.hpp"
 #include "tests/support/encoded_here.hpp"
+#include "tests/support/list_items.hpp"
 #include "tests/support/live_objects.hpp"
-#include "tests/support/panel.hpp"
+#include "tests/support/strip.hpp"
 
 /// The strip of the applications that have notifications: icons, badges, the row, and how it is emptied.
 

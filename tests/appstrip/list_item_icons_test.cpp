@@ -3,8 +3,11 @@
 #include "platform/SpringBoard/SBAwayListItem.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "tests/support/MessageLog.hpp"
-#include "tests/support/panel.hpp"
+#include "tests/support/MorningPhone.hpp"
+#include "tests/support/Picture.hpp"
+#include "tests/support/list_items.hpp"
 #include "tests/support/runtime_calls.hpp"
+#include "tests/support/strip.hpp"
 
 /// Which application an item of the lock screen's list belongs to, and which picture stands for it.
 

@@ -6,7 +6,6 @@
 #include <optional>
 
 #include "platform/UIKit/UIWindow.hpp"
-#include "platform/runtime/each.hpp"
 #include "simulator/foundation/clock.hpp"
 #include "simulator/quartzcore/CGColor.hpp"
 
@@ -52,14 +51,6 @@ void showMonth(UIView* calendar, NSInteger year, NSInteger month)
     send<"clearViews">(calendar);
     send<"drawHeader">(calendar);
     send<"drawDays">(calendar);
-}
-
-std::vector<UIView*> subviewsOf(UIView* view)
-{
-    std::vector<UIView*> all;
-    for (UIView* subview : each<UIView>(view->subviews()))
-        all.push_back(subview);
-    return all;
 }
 
 namespace {

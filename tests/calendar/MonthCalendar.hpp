@@ -7,7 +7,6 @@
 
 #include "platform/QuartzCore/CAGradientLayer.hpp"
 #include "platform/UIKit/UIButton.hpp"
-#include "platform/runtime/instance_variable.hpp"
 #include "simulator/graphics/Colour.hpp"
 #include "tests/support/Phone.hpp"
 
@@ -35,20 +34,17 @@ private:
     std::unique_ptr<InjectedPhone> phone_;
 };
 
+class GermanPhone : public RegionalPhone {
+public:
+    GermanPhone() : RegionalPhone(german) {}
+};
+
 /// Freezes the clock at a local time, "2014-03-15T12:00:00".
 void setClock(const std::string& localTime);
 
 /// A calendar made by plain init. `newCalendarOn("2014-03-15")` makes it at noon of that day.
 Owned<UIView> newCalendar();
 Owned<UIView> newCalendarOn(const std::string& day);
-
-/// An instance variable of a calendar, in the object's own memory.
-template <class T = NSInteger>
-T& variable(NSObject* object, const char* name)
-{
-    const Ivar ivar = class_getInstanceVariable(object_getClass(object), name);
-    return *reinterpret_cast<T*>(reinterpret_cast<char*>(object) + ivar_getOffset(ivar));
-}
 
 /// Sets which month is shown, without drawing it.
 void setMonth(UIView* calendar, NSInteger year, NSInteger month);
@@ -58,7 +54,6 @@ std::string shownMonth(UIView* calendar);
 /// Shows that month: drawn anew.
 void showMonth(UIView* calendar, NSInteger year, NSInteger month);
 
-std::vector<UIView*> subviewsOf(UIView* view);
 /// The calendar's day buttons and its weekday labels, each in the order in which they are subviews.
 std::vector<UIButton*> dayButtons(UIView* calendar);
 std::vector<UILabel*> weekdayLabels(UIView* calendar);
@@ -81,8 +76,3 @@ inline std::ostream& operator<<(std::ostream& stream, const Colour& colour)
 }
 
 } // namespace simulator
-
-inline std::string classNameOf(NSObject* object)
-{
-    return object == nullptr ? "nil" : class_getName(object_getClass(object));
-}

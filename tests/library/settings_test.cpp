@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include "platform/Foundation/CFNotificationCenter.hpp"
+#include "platform/Foundation/NSDictionary.hpp"
 #include "platform/UIKit/UIApplication.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
@@ -52,131 +53,113 @@ void expectNoSettings()
     EXPECT_THAT(simulator::takeSystemLog(), IsEmpty());
 }
 
-std::string classOf(NSObject* object)
-{
-    return class_getName(object_getClass(object));
-}
-
 } // namespace
 
-TEST(Settings, KeepTheWholeFile)
+using Settings = TestOn<Phone>;
+
+TEST_F(Settings, KeepTheWholeFile)
 {
-    Phone phone;
     phone.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string><key>Other</key><integer>3</integer></dict>");
     phone.inject();
     EXPECT_EQ(settings()->count(), 2U);
     EXPECT_EQ(textOf(settings()->objectForKey(text("Other"))), "3");
 }
 
-TEST(Settings, TakeAStringAsTheName)
+TEST_F(Settings, TakeAStringAsTheName)
 {
-    Phone phone;
     EXPECT_EQ(nameFromXML(phone, "<dict><key>Name</key><string>Ana</string></dict>"), "Ana");
 }
 
-TEST(Settings, ReadABinaryPropertyList)
+TEST_F(Settings, ReadABinaryPropertyList)
 {
-    Phone phone;
     phone.tree().writeBinaryPreferences("{'Name': 'Søren'}");
     phone.inject();
     EXPECT_EQ(textOf(userName()), "Søren");
 }
 
-TEST(Settings, KeepANumberAsTheName)
+TEST_F(Settings, KeepANumberAsTheName)
 {
-    Phone phone;
     EXPECT_EQ(nameFromXML(phone, "<dict><key>Name</key><integer>42</integer></dict>"), "42");
     EXPECT_TRUE(userName()->isKindOfClass(objc_getClass("NSNumber")));
     EXPECT_EQ(textOf(exportedVariable("morningString")), "Good morning, 42.");
 }
 
-TEST(Settings, KeepADateAsTheName)
+TEST_F(Settings, KeepADateAsTheName)
 {
-    Phone phone;
     phone.tree().writeBinaryPreferences("{'Name': datetime.datetime(2014, 3, 5, 8, 30)}");
     phone.inject();
-    EXPECT_TRUE(userName()->isKindOfClass(objc_getClass("NSDate"))) << classOf(userName());
+    EXPECT_TRUE(userName()->isKindOfClass(objc_getClass("NSDate"))) << classNameOf(userName());
     EXPECT_EQ(textOf(exportedVariable("nightString")), "Good night, " + textOf(userName()) + ".");
 }
 
-TEST(Settings, KeepAnArrayAsTheName)
+TEST_F(Settings, KeepAnArrayAsTheName)
 {
-    Phone phone;
     nameFromXML(phone, "<dict><key>Name</key><array><string>a</string><string>b</string></array></dict>");
     EXPECT_TRUE(userName()->isKindOfClass(objc_getClass("NSArray")));
     EXPECT_EQ(textOf(exportedVariable("eveningString")), "Good evening, " + textOf(userName()) + ".");
 }
 
-TEST(Settings, KeepAnEmptyName)
+TEST_F(Settings, KeepAnEmptyName)
 {
-    Phone phone;
     EXPECT_EQ(nameFromXML(phone, "<dict><key>Name</key><string></string></dict>"), "");
     EXPECT_EQ(textOf(exportedVariable("morningString")), "Good morning, .");
 }
 
-TEST(Settings, KeepTheBlanksAroundAName)
+TEST_F(Settings, KeepTheBlanksAroundAName)
 {
-    Phone phone;
     EXPECT_EQ(nameFromXML(phone, "<dict><key>Name</key><string>  Ana </string></dict>"), "  Ana ");
 }
 
-TEST(Settings, TellTheKeyByItsCase)
+TEST_F(Settings, TellTheKeyByItsCase)
 {
-    Phone phone;
     EXPECT_EQ(nameFromXML(phone, "<dict><key>name</key><string>Ana</string></dict>"), "Pal");
     EXPECT_EQ(settings()->count(), 1U);
 }
 
-TEST(Settings, GiveTheDefaultNameWhenTheKeyIsAbsent)
+TEST_F(Settings, GiveTheDefaultNameWhenTheKeyIsAbsent)
 {
-    Phone phone;
     EXPECT_EQ(nameFromXML(phone, "<dict><key>Other</key><string>x</string></dict>"), "Pal");
     EXPECT_EQ(userName(), pal());
 }
 
-TEST(Settings, TakeTheObjectThatTheDictionaryHolds)
+TEST_F(Settings, TakeTheObjectThatTheDictionaryHolds)
 {
-    Phone phone;
     nameFromXML(phone, "<dict><key>Name</key><string>a name that is long enough to be an object</string></dict>");
     EXPECT_EQ(userName(), settings()->objectForKey(text("Name")));
 }
 
 // Files that are no dictionary
 
-TEST(Settings, AreNilWithoutAFile)
+TEST_F(Settings, AreNilWithoutAFile)
 {
-    const InjectedPhone phone;
+    phone.inject();
     expectNoSettings();
     EXPECT_EQ(textOf(userName()), "Pal");
 }
 
-TEST(Settings, AreNilWhenAFolderStandsInTheFilesPlace)
+TEST_F(Settings, AreNilWhenAFolderStandsInTheFilesPlace)
 {
-    Phone phone;
     fs::create_directory(phone.tree().preferencesFile());
     phone.inject();
     expectNoSettings();
 }
 
-TEST(Settings, AreNilWhenAPipeStandsInTheFilesPlace)
+TEST_F(Settings, AreNilWhenAPipeStandsInTheFilesPlace)
 {
-    Phone phone;
     ASSERT_EQ(::mkfifo(phone.tree().preferencesFile().c_str(), 0600), 0);
     phone.inject();
     expectNoSettings();
 }
 
-TEST(Settings, AreNilWhenALinkLeadsNowhere)
+TEST_F(Settings, AreNilWhenALinkLeadsNowhere)
 {
-    Phone phone;
     fs::create_symlink("nowhere", phone.tree().preferencesFile());
     phone.inject();
     expectNoSettings();
 }
 
-TEST(Settings, AreReadThroughALink)
+TEST_F(Settings, AreReadThroughALink)
 {
-    Phone phone;
     phone.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string></dict>");
     const fs::path elsewhere = phone.tree().root() / "elsewhere.plist";
     fs::rename(phone.tree().preferencesFile(), elsewhere);
@@ -185,41 +168,36 @@ TEST(Settings, AreReadThroughALink)
     EXPECT_EQ(textOf(userName()), "Ana");
 }
 
-TEST(Settings, AreNilWithAnEmptyFile)
+TEST_F(Settings, AreNilWithAnEmptyFile)
 {
-    Phone phone;
     phone.tree().writePreferences("");
     phone.inject();
     expectNoSettings();
 }
 
-TEST(Settings, AreNilWhenTheRootIsAnArray)
+TEST_F(Settings, AreNilWhenTheRootIsAnArray)
 {
-    Phone phone;
     phone.tree().writePreferencesXML("<array><string>Name</string><string>Ana</string></array>");
     phone.inject();
     expectNoSettings();
 }
 
-TEST(Settings, AreNilWhenTheRootIsAString)
+TEST_F(Settings, AreNilWhenTheRootIsAString)
 {
-    Phone phone;
     phone.tree().writePreferencesXML("<string>Ana</string>");
     phone.inject();
     expectNoSettings();
 }
 
-TEST(Settings, AreNilWhenTheRootOfABinaryFileIsAnArray)
+TEST_F(Settings, AreNilWhenTheRootOfABinaryFileIsAnArray)
 {
-    Phone phone;
     phone.tree().writeBinaryPreferences("['Name', 'Ana']");
     phone.inject();
     expectNoSettings();
 }
 
-TEST(Settings, AreNilWithAMegabyteOfRubbish)
+TEST_F(Settings, AreNilWithAMegabyteOfRubbish)
 {
-    Phone phone;
     std::string rubbish;
     for (unsigned state = 1; rubbish.size() < 1'000'000;) {
         state = state * 1664525 + 1013904223;
@@ -230,17 +208,15 @@ TEST(Settings, AreNilWithAMegabyteOfRubbish)
     expectNoSettings();
 }
 
-TEST(Settings, AreNilWhenRubbishFollowsABinaryFilesMark)
+TEST_F(Settings, AreNilWhenRubbishFollowsABinaryFilesMark)
 {
-    Phone phone;
     phone.tree().writePreferences("bplist00" + std::string(5000, '\xEE'));
     phone.inject();
     expectNoSettings();
 }
 
-TEST(Settings, AreNilWhenABinaryFileIsCutShort)
+TEST_F(Settings, AreNilWhenABinaryFileIsCutShort)
 {
-    Phone phone;
     phone.tree().writeBinaryPreferences("{'Name': 'Ana', 'Other': list(range(100))}");
     const std::string whole = readFile(phone.tree().preferencesFile());
     phone.tree().writePreferences(whole.substr(0, whole.size() - 20));
@@ -248,9 +224,8 @@ TEST(Settings, AreNilWhenABinaryFileIsCutShort)
     expectNoSettings();
 }
 
-TEST(Settings, SurviveABinaryFileCutAtAnyLength)
+TEST_F(Settings, SurviveABinaryFileCutAtAnyLength)
 {
-    Phone phone;
     phone.tree().writeBinaryPreferences("{'Name': 'Ana', 'Other': [1, 2.5, 'three', b'four']}");
     const std::string whole = readFile(phone.tree().preferencesFile());
     phone.inject();
@@ -263,9 +238,8 @@ TEST(Settings, SurviveABinaryFileCutAtAnyLength)
     EXPECT_THAT(simulator::takeSystemLog(), IsEmpty());
 }
 
-TEST(Settings, AreNilWhenATagIsNotClosed)
+TEST_F(Settings, AreNilWhenATagIsNotClosed)
 {
-    Phone phone;
     phone.tree().writePreferences(
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict><key>Name</key><string>Ana");
     phone.inject();
@@ -274,27 +248,26 @@ TEST(Settings, AreNilWhenATagIsNotClosed)
 
 // Reading again
 
-TEST(Settings, AreReadAgainOnTheNotification)
+TEST_F(Settings, AreReadAgainOnTheNotification)
 {
-    const InjectedPhone phone;
+    phone.inject();
     phone.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string></dict>");
     EXPECT_EQ(textOf(userName()), "Pal");
     phone.post("loadSolvaneS");
     EXPECT_EQ(textOf(userName()), "Ana");
 }
 
-TEST(Settings, AreNotReadAgainOnAnotherNotification)
+TEST_F(Settings, AreNotReadAgainOnAnotherNotification)
 {
-    const InjectedPhone phone;
+    phone.inject();
     phone.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string></dict>");
     phone.post("loadSolvane");
     phone.post("loadsolvanes");
     EXPECT_EQ(textOf(userName()), "Pal");
 }
 
-TEST(Settings, AreReplacedWhole)
+TEST_F(Settings, AreReplacedWhole)
 {
-    Phone phone;
     phone.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string><key>Old</key><true/></dict>");
     phone.inject();
     phone.tree().writePreferencesXML("<dict><key>New</key><true/></dict>");
@@ -304,9 +277,8 @@ TEST(Settings, AreReplacedWhole)
     EXPECT_EQ(userName(), pal());
 }
 
-TEST(Settings, LetGoOfThePreviousDictionary)
+TEST_F(Settings, LetGoOfThePreviousDictionary)
 {
-    Phone phone;
     id previous = nullptr;
     {
         const AutoreleasePool pool;
@@ -322,9 +294,8 @@ TEST(Settings, LetGoOfThePreviousDictionary)
     EXPECT_EQ(previous, nullptr);
 }
 
-TEST(Settings, OwnTheirDictionaryOnce)
+TEST_F(Settings, OwnTheirDictionaryOnce)
 {
-    Phone phone;
     {
         const AutoreleasePool pool;
         phone.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string></dict>");
@@ -333,9 +304,8 @@ TEST(Settings, OwnTheirDictionaryOnce)
     EXPECT_EQ(retainCount(settings()), 1U);
 }
 
-TEST(Settings, LetGoOfThePreviousName)
+TEST_F(Settings, LetGoOfThePreviousName)
 {
-    Phone phone;
     id previous = nullptr;
     {
         const AutoreleasePool pool;
@@ -352,9 +322,8 @@ TEST(Settings, LetGoOfThePreviousName)
     EXPECT_EQ(previous, nullptr);
 }
 
-TEST(Settings, KeepTheNameWhenTheirDictionaryGoes)
+TEST_F(Settings, KeepTheNameWhenTheirDictionaryGoes)
 {
-    Phone phone;
     {
         const AutoreleasePool pool;
         phone.tree().writePreferencesXML("<dict><key>Name</key><array><string>x</string></array></dict>");
@@ -366,9 +335,8 @@ TEST(Settings, KeepTheNameWhenTheirDictionaryGoes)
     EXPECT_TRUE(userName()->isKindOfClass(objc_getClass("NSArray")));
 }
 
-TEST(Settings, BecomeNilWhenTheFileIsGone)
+TEST_F(Settings, BecomeNilWhenTheFileIsGone)
 {
-    Phone phone;
     phone.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string></dict>");
     phone.inject();
     fs::remove(phone.tree().preferencesFile());
@@ -377,18 +345,17 @@ TEST(Settings, BecomeNilWhenTheFileIsGone)
     EXPECT_EQ(textOf(exportedVariable("eveningString")), "Good evening, Ana.");
 }
 
-TEST(Settings, GiveTheDefaultNameThatTheVariableHoldsNow)
+TEST_F(Settings, GiveTheDefaultNameThatTheVariableHoldsNow)
 {
-    const InjectedPhone phone;
+    phone.inject();
     auto& palString = exportedVariable<NSString>("palString");
     palString = NSString::alloc()->initWithUTF8String("Chum");
     reload();
     EXPECT_EQ(textOf(userName()), "Chum");
 }
 
-TEST(Settings, DoNotLookAtTheCallbacksArguments)
+TEST_F(Settings, DoNotLookAtTheCallbacksArguments)
 {
-    Phone phone;
     phone.inject();
     phone.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string></dict>");
     int nothing = 0;
@@ -398,18 +365,18 @@ TEST(Settings, DoNotLookAtTheCallbacksArguments)
 
 // Relaunching
 
-TEST(Respring, AsksTheApplicationToRelaunch)
+using Respring = TestOn<InjectedPhone>;
+
+TEST_F(Respring, AsksTheApplicationToRelaunch)
 {
-    const InjectedPhone phone;
     static int relaunches = 0;
     simulator::setRelaunchHandler([] { ++relaunches; });
     exportedFunction<Callback>("respring")(nullptr, nullptr, nullptr, nullptr, nullptr);
     EXPECT_EQ(relaunches, 1);
 }
 
-TEST(Respring, AsksTheSharedApplication)
+TEST_F(Respring, AsksTheSharedApplication)
 {
-    const InjectedPhone phone;
     static NSObject* asked = nullptr;
     simulator::replaceMethod<"_relaunchSpringBoardNow">(objc_getClass("SpringBoard"), +[](NSObject* self, SEL) { asked = self; });
     exportedFunction<Callback>("respring")(nullptr, nullptr, nullptr, nullptr, nullptr);
@@ -417,18 +384,16 @@ TEST(Respring, AsksTheSharedApplication)
     EXPECT_NE(asked, nullptr);
 }
 
-TEST(Respring, ComesWithItsNotification)
+TEST_F(Respring, ComesWithItsNotification)
 {
-    const InjectedPhone phone;
     static int relaunches = 0;
     simulator::setRelaunchHandler([] { ++relaunches; });
     phone.post("RespringSV");
     EXPECT_EQ(relaunches, 1);
 }
 
-TEST(Respring, DoesNotReadTheSettings)
+TEST_F(Respring, DoesNotReadTheSettings)
 {
-    const InjectedPhone phone;
     simulator::setRelaunchHandler([] {});
     phone.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string></dict>");
     phone.post("RespringSV");

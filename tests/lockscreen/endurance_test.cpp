@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 
 #include "simulator/foundation/system_log.hpp"
+#include "tests/support/MorningPhone.hpp"
+#include "tests/support/Picture.hpp"
+#include "tests/support/list_items.hpp"
 #include "tests/support/live_objects.hpp"
 #include "tests/support/panel.hpp"
 

@@ -4,8 +4,12 @@
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/services/weather.hpp"
 #include "tests/support/MessageLog.hpp"
+#include "tests/support/MorningPhone.hpp"
+#include "tests/support/drawn_texts.hpp"
+#include "tests/support/list_items.hpp"
 #include "tests/support/panel.hpp"
 #include "tests/support/runtime_calls.hpp"
+#include "tests/support/strip.hpp"
 
 /// What the panel makes of SpringBoard's list: items that come, lists that are cleared, the screen that goes off and on. And
 /// the two views that it keeps out of sight.
@@ -435,9 +439,10 @@ TEST_F(ListController, ALockScreenLeavesTheArtViewInTheRecord)
     EXPECT_EQ(exportedVariable<UIView>("nowPlayingArtView"), art.get());
 }
 
-TEST(ArtViewOfAnotherSpringBoard, WhateverTheInitialiserGivesIsHiddenKeptAndGiven)
+using ArtViewOfAnotherSpringBoard = TestOn<MorningPhone>;
+
+TEST_F(ArtViewOfAnotherSpringBoard, WhateverTheInitialiserGivesIsHiddenKeptAndGiven)
 {
-    MorningPhone phone;
     static UIView* other = nullptr;
     other = UIView::alloc()->initWithFrame({});
     // The class is there before the library asks for it.
@@ -451,9 +456,8 @@ TEST(ArtViewOfAnotherSpringBoard, WhateverTheInitialiserGivesIsHiddenKeptAndGive
     EXPECT_EQ(retainCount(other), 2U);
 }
 
-TEST(ArtViewOfAnotherSpringBoard, AnInitialiserThatGivesNothingIsTakenAtItsWord)
+TEST_F(ArtViewOfAnotherSpringBoard, AnInitialiserThatGivesNothingIsTakenAtItsWord)
 {
-    MorningPhone phone;
     ASSERT_NE(dlopen(phone.tree().artLibrary().c_str(), RTLD_NOW), nullptr);
     static bool givesNothing = false;
     static UIView* (*init)(UIView*, SEL, CGRect);

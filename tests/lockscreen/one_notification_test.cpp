@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 
 #include "tests/support/Console.hpp"
+#include "tests/support/MorningPhone.hpp"
+#include "tests/support/Picture.hpp"
+#include "tests/support/drawn_texts.hpp"
 #include "tests/support/panel.hpp"
 
 /// The road of one notification, from its arrival until it is read: what the panel holds and what the screen shows.

@@ -2,15 +2,20 @@
 
 #include "platform/UIKit/UIGestureRecognizer.hpp"
 #include "platform/UIKit/UIWindow.hpp"
+#include "platform/UIKit/_UIBackdropView.hpp"
 #include "platform/runtime/each.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/UIGestureRecognizer.hpp"
 #include "tests/support/Console.hpp"
 #include "tests/support/MessageLog.hpp"
+#include "tests/support/MorningPhone.hpp"
+#include "tests/support/Picture.hpp"
+#include "tests/support/drawn_texts.hpp"
 #include "tests/support/live_objects.hpp"
 #include "tests/support/panel.hpp"
 #include "tests/support/runtime_calls.hpp"
+#include "tests/support/strip.hpp"
 
 /// The panel as it is built inside a new list view, before anything is laid out.
 
@@ -69,18 +74,6 @@ protected:
     Owned<UIView> list_;
 };
 
-template <class T>
-void setInstanceVariable(NSObject* object, const char* name, T* value)
-{
-    const Ivar ivar = class_getInstanceVariable(object_getClass(object), name);
-    *reinterpret_cast<T**>(reinterpret_cast<char*>(object) + ivar_getOffset(ivar)) = value;
-}
-
-std::string className(NSObject* object)
-{
-    return class_getName(object_getClass(object));
-}
-
 Picture withText(const char* string, const char* file)
 {
     const auto draw = exportedFunction<UIImage*(NSString*, UIImage*, CGPoint)>("drawTextInImage");
@@ -89,14 +82,6 @@ Picture withText(const char* string, const char* file)
 
 constexpr const char* calendarImage = "/Library/Application Support/Solvane/Calendar.png";
 constexpr const char* notificationImage = "/Library/Application Support/Solvane/Notification.png";
-
-std::vector<UIView*> subviewsOf(UIView* view)
-{
-    std::vector<UIView*> all;
-    for (UIView* subview : each<UIView>(view->subviews()))
-        all.push_back(subview);
-    return all;
-}
 
 } // namespace
 
@@ -227,7 +212,7 @@ TEST_F(PanelConstruction, PutsTheIconsAtTheirPlaces)
     EXPECT_EQ(panel::calendarIcon()->frame(), CGRect::make(22, 87, 32, 32));
     EXPECT_EQ(panel::notificationIcon()->frame(), CGRect::make(266, 87, 32, 32));
     for (UIView* icon : {panel::calendarIcon(), panel::notificationIcon()}) {
-        EXPECT_EQ(className(icon), "UIImageView");
+        EXPECT_EQ(classNameOf(icon), "UIImageView");
         EXPECT_FALSE(icon->isHidden());
     }
 }
@@ -354,7 +339,7 @@ std::vector<std::string> recognisersOf(UIView* view, NSObject* target)
 {
     std::vector<std::string> all;
     for (UIGestureRecognizer* recognizer : each<UIGestureRecognizer>(view->gestureRecognizers())) {
-        EXPECT_EQ(className(recognizer), "UITapGestureRecognizer");
+        EXPECT_EQ(classNameOf(recognizer), "UITapGestureRecognizer");
         const auto& targets = ivarsOf<simulator::GestureState>(recognizer).targets;
         EXPECT_EQ(targets.size(), 1U);
         EXPECT_EQ(targets.at(0).object, target);
@@ -398,7 +383,7 @@ TEST_F(PanelConstruction, HidesTwoPanesOfTheTablesFrame)
 {
     build();
     for (UIView* pane : {panel::calendarPane(), panel::notificationPane()}) {
-        EXPECT_EQ(className(pane), "UIView");
+        EXPECT_EQ(classNameOf(pane), "UIView");
         EXPECT_EQ(pane->frame(), CGRect::make(0, 0, 320, 568));
         EXPECT_TRUE(pane->isHidden());
     }
@@ -430,7 +415,7 @@ TEST_F(PanelConstruction, MovesTheTableIntoItsPaneAsItIs)
 TEST_F(PanelConstruction, PutsTheWidgetOverTheWholeCalendarPane)
 {
     build();
-    EXPECT_EQ(className(panel::widget()), "SVWidget");
+    EXPECT_EQ(classNameOf(panel::widget()), "SVWidget");
     EXPECT_EQ(panel::widget()->frame(), CGRect::make(0, 0, 320, 568));
     EXPECT_THAT(subviewsOf(panel::calendarPane()),
                 ElementsAre(exportedVariable<UIView>("calendarPaneBackdrop"), panel::widget()));
@@ -439,7 +424,7 @@ TEST_F(PanelConstruction, PutsTheWidgetOverTheWholeCalendarPane)
 TEST_F(PanelConstruction, HidesATabWithoutSize)
 {
     build();
-    EXPECT_EQ(className(panel::tab()), "UIView");
+    EXPECT_EQ(classNameOf(panel::tab()), "UIView");
     EXPECT_EQ(panel::tab()->frame(), CGRectZero);
     EXPECT_TRUE(panel::tab()->isHidden());
     EXPECT_EQ(panel::tab()->subviews()->count(), 1U);
@@ -448,7 +433,7 @@ TEST_F(PanelConstruction, HidesATabWithoutSize)
 TEST_F(PanelConstruction, PutsTheStripBetweenTheIcons)
 {
     build();
-    EXPECT_EQ(className(panel::strip()), "SVAppsView");
+    EXPECT_EQ(classNameOf(panel::strip()), "SVAppsView");
     EXPECT_EQ(panel::strip()->frame(), CGRect::make(76, 100, 168, 100));
     EXPECT_FALSE(panel::strip()->isHidden());
     EXPECT_EQ(panel::strip()->subviews()->count(), 0U);
@@ -486,7 +471,7 @@ TEST_F(PanelOfAnotherSpringBoard, TheWidthIsThatOfTheContainer)
 TEST_F(PanelOfAnotherSpringBoard, IsBuiltWithoutAContainerToo)
 {
     build(+[](UIView* list) {
-        setInstanceVariable<UIView>(list, "_containerView", nullptr);
+        variable<UIView*>(list, "_containerView") = nullptr;
         return list;
     });
     EXPECT_EQ(panel::notificationIcon()->frame(), CGRect::make(-54, 87, 32, 32));
@@ -568,7 +553,7 @@ TEST_F(PanelConstruction, KeepsThePanesBackdropsAndNotTheTabs)
 {
     build();
     UIView* const third = subviewsOf(panel::tab()).at(0);
-    EXPECT_EQ(className(third), "_UIBackdropView");
+    EXPECT_EQ(classNameOf(third), "_UIBackdropView");
     EXPECT_NE(third, exportedVariable<UIView>("calendarPaneBackdrop"));
     EXPECT_NE(third, exportedVariable<UIView>("notificationPaneBackdrop"));
     EXPECT_NE(exportedVariable("calendarPaneBackdrop"), exportedVariable("notificationPaneBackdrop"));
@@ -659,7 +644,7 @@ TEST_F(PanelConstruction, TakesThePocketThatIsThereAtEachUse)
     read = simulator::replaceMethod<"imageWithContentsOfFile:">(
         simulator::metaclassOf(objc_getClass("UIImage")), +[](NSObject* self, SEL message, NSString* file) {
             if (textOf(file) == notificationImage)
-                setInstanceVariable(list, "_topPocketView", other);
+                variable<UIView*>(list, "_topPocketView") = other;
             return read(self, message, file);
         });
     list = send<"alloc", UIView*>(objc_getClass("SBLockScreenNotificationListView"));
@@ -677,7 +662,7 @@ TEST_F(PanelConstruction, TakesTheTableThatIsThereAtEachUse)
     // The table is another one by the time the notification pane is made.
     init = simulator::replaceMethod<"initWithFrame:">(
         objc_getClass("SVWidget"), +[](UIView* self, SEL message, CGRect frame) {
-            setInstanceVariable(list, "_tableView", other);
+            variable<UIView*>(list, "_tableView") = other;
             return init(self, message, frame);
         });
     list = send<"alloc", UIView*>(objc_getClass("SBLockScreenNotificationListView"));

@@ -3,8 +3,12 @@
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "tests/support/Console.hpp"
 #include "tests/support/MessageLog.hpp"
+#include "tests/support/MorningPhone.hpp"
+#include "tests/support/Picture.hpp"
+#include "tests/support/list_items.hpp"
 #include "tests/support/panel.hpp"
 #include "tests/support/runtime_calls.hpp"
+#include "tests/support/strip.hpp"
 
 /// Where a layout pass puts the pieces of the panel, and the two lines that it writes.
 
@@ -43,13 +47,6 @@ protected:
         return linesOf(console, script);
     }
 };
-
-template <class T>
-void setInstanceVariable(NSObject* object, const char* name, T* value)
-{
-    const Ivar ivar = class_getInstanceVariable(object_getClass(object), name);
-    *reinterpret_cast<T**>(reinterpret_cast<char*>(object) + ivar_getOffset(ivar)) = value;
-}
 
 /// The view of that name in a tree, or null.
 Json named(const Json& tree, const std::string& name)
@@ -171,10 +168,11 @@ TEST_F(PanelLayout, GivesThePanesTheSameHeightOnEveryPass)
     }
 }
 
-TEST(PanelLayoutOfAnotherSpringBoard, MeasuresThePanesByTheTableBeforeItIsFitted)
+using PanelLayoutOfAnotherSpringBoard = TestOn<MorningPhone>;
+
+TEST_F(PanelLayoutOfAnotherSpringBoard, MeasuresThePanesByTheTableBeforeItIsFitted)
 {
     // A stock layout that leaves the table as it finds it.
-    MorningPhone phone;
     simulator::replaceMethod<"layoutSubviews">(objc_getClass("SBLockScreenNotificationListView"), +[](NSObject*, SEL) {});
     phone.inject();
     simulator::lockScreen();
@@ -187,9 +185,8 @@ TEST(PanelLayoutOfAnotherSpringBoard, MeasuresThePanesByTheTableBeforeItIsFitted
     EXPECT_EQ(panel::widget()->frame(), CGRect::make(0, 0, 320, 308));
 }
 
-TEST(PanelLayoutOfAnotherSpringBoard, TakesTheTablesWidthForThePanesAndTheContainersForTheRest)
+TEST_F(PanelLayoutOfAnotherSpringBoard, TakesTheTablesWidthForThePanesAndTheContainersForTheRest)
 {
-    MorningPhone phone;
     simulator::replaceMethod<"layoutSubviews">(
         objc_getClass("SBLockScreenNotificationListView"), +[](UIView* self, SEL) {
             panel::container(self)->setFrame(CGRect::make(0, 0, 300, 500));
@@ -291,9 +288,9 @@ TEST_F(PanelLayout, TakesTheObjectsThatAreThereOnEachPass)
     UIView* const pocket = UIView::alloc()->initWithFrame(CGRect::make(1, 2, 33, 4));
     UIView* const table = UIView::alloc()->initWithFrame(CGRect::make(1, 2, 240, 300));
     const auto list = simulator::listView();
-    setInstanceVariable(list, "_containerView", container);
-    setInstanceVariable(list, "_topPocketView", pocket);
-    setInstanceVariable(list, "_tableView", table);
+    variable<UIView*>(list, "_containerView") = container;
+    variable<UIView*>(list, "_topPocketView") = pocket;
+    variable<UIView*>(list, "_tableView") = table;
     panel::layOut();
     // The stock layout has given the container and the table the list view's own size by then.
     EXPECT_EQ(container->frame(), CGRect::make(0, 0, 320, 568));

@@ -5,8 +5,12 @@
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/touch_input.hpp"
 #include "tests/support/MessageLog.hpp"
+#include "tests/support/MorningPhone.hpp"
+#include "tests/support/Picture.hpp"
+#include "tests/support/list_items.hpp"
 #include "tests/support/panel.hpp"
 #include "tests/support/runtime_calls.hpp"
+#include "tests/support/strip.hpp"
 
 /// Taps on the two icons, with a finger on the screen.
 

@@ -7,7 +7,6 @@
 
 #include "simulator/foundation/clock.hpp"
 #include "simulator/foundation/phone_root.hpp"
-#include "simulator/foundation/strings.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/runtime/injection.hpp"
 #include "simulator/services/darwin_notifications.hpp"
@@ -40,24 +39,9 @@ void* exported(const std::string& name)
     return symbol->address;
 }
 
-std::string textOf(NSObject* object)
-{
-    return object == nullptr ? "nil" : simulator::toUTF8(object->description());
-}
-
-NSString* text(const std::string& utf8)
-{
-    return simulator::toNSString(utf8);
-}
-
 bool isInLibrary(const void* code)
 {
     return simulator::fileOfCode(code).filename() == "Solvane.dylib";
-}
-
-NSUInteger retainCount(NSObject* object)
-{
-    return send<"retainCount", NSUInteger>(object);
 }
 
 void freezeClockAtUniversalTime(const std::string& time)

@@ -1,13 +1,12 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <string>
-#include <vector>
 
-#include "platform/Foundation/NSDictionary.hpp"
-#include "platform/Foundation/NSString.hpp"
 #include "platform/runtime/AutoreleasePool.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 #include "tests/support/PhoneTree.hpp"
+#include "tests/support/objects.hpp"
 
 /// A SpringBoard in this process. There is one at the most in a process; between its making and inject(), a test puts in
 /// place what the library is to find.
@@ -34,6 +33,12 @@ public:
     explicit InjectedPhone(const simulator::ScreenSize& screen = {}) : Phone(screen) { inject(); }
 };
 
+/// A test that has a phone of that kind from the start, its own.
+template <class AnyPhone>
+struct TestOn : testing::Test {
+    AnyPhone phone;
+};
+
 /// The address of what the library exports under that name; fails the test when it exports no such thing.
 void* exported(const std::string& name);
 
@@ -51,15 +56,8 @@ Function* exportedFunction(const std::string& name)
     return reinterpret_cast<Function*>(exported(name));
 }
 
-/// What an object reads as, in UTF-8; "nil" for nil.
-std::string textOf(NSObject* object);
-
-NSString* text(const std::string& utf8);
-
 /// Whether the code at that address lies in the library.
 bool isInLibrary(const void* code);
-
-NSUInteger retainCount(NSObject* object);
 
 /// Where the clock of the phone stands, in universal time: "2014-03-05T08:30:00".
 void freezeClockAtUniversalTime(const std::string& time);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "simulator/springboard/SpringBoard.hpp"
+
 namespace {
 
 template <class Colour>
@@ -54,6 +56,16 @@ Picture pictureOf(UIImage* image)
     return picture;
 }
 
+Picture shown(UIImageView* view)
+{
+    return view->image() == nullptr ? Picture{} : pictureOf(view->image());
+}
+
+Picture screenshot()
+{
+    return pictureOf(simulator::imageWithBitmap(simulator::screenPicture()));
+}
+
 Owned<UIImage> plainImage(CGSize size, CGFloat scale, std::uint32_t colour)
 {
     return image(size, scale, [colour](int, int) { return colour; });
@@ -64,4 +76,9 @@ Owned<UIImage> patternedImage(CGSize size, CGFloat scale)
     return image(size, scale, [](int x, int y) {
         return 0xFF000000U | static_cast<std::uint32_t>((x * 37 % 200) << 16 | (y * 53 % 200) << 8 | ((x + y) * 91 % 200));
     });
+}
+
+void writePicture(UIImage* image, const std::filesystem::path& file)
+{
+    ivarsOf<simulator::ImageState>(image).bitmap->writePNG(file);
 }

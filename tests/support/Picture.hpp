@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <vector>
 
-#include "platform/UIKit/UIImage.hpp"
+#include "platform/UIKit/UIImageView.hpp"
 #include "platform/runtime/Owned.hpp"
 #include "simulator/uikit/UIImage.hpp"
 
@@ -30,8 +31,15 @@ struct Picture {
 };
 
 Picture pictureOf(UIImage* image);
+/// What a view shows when its image is that; nothing without one.
+Picture shown(UIImageView* view);
+/// The screen, laid out and drawn.
+Picture screenshot();
 
 /// An image of one colour (0xAARRGGBB, premultiplied); its size is in points.
 Owned<UIImage> plainImage(CGSize size, CGFloat scale, std::uint32_t colour);
 /// An image in which no two neighbouring pixels are alike.
 Owned<UIImage> patternedImage(CGSize size, CGFloat scale);
+
+/// Puts an image's pixels into a PNG file.
+void writePicture(UIImage* image, const std::filesystem::path& file);
