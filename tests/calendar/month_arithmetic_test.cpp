@@ -67,57 +67,51 @@ std::string monthAfter(UIView* calendar, const char* selectorName, NSInteger yea
 
 // Steps
 
-TEST(MonthStep, ForwardGoesToTheNextMonth)
+using MonthStep = TestOn<RegionalPhone>;
+
+TEST_F(MonthStep, ForwardGoesToTheNextMonth)
 {
-    const RegionalPhone phone;
     const auto calendar = newCalendar();
     for (NSInteger month = 1; month < 12; ++month)
         EXPECT_EQ(monthAfter(calendar, "goOneMonthForward", 2014, month), "2014-" + std::to_string(month + 1));
 }
 
-TEST(MonthStep, ForwardGoesFromDecemberToJanuaryOfTheNextYear)
+TEST_F(MonthStep, ForwardGoesFromDecemberToJanuaryOfTheNextYear)
 {
-    const RegionalPhone phone;
     EXPECT_EQ(monthAfter(newCalendar(), "goOneMonthForward", 2014, 12), "2015-1");
 }
 
-TEST(MonthStep, ForwardTakesAMonthAfterDecemberForDecember)
+TEST_F(MonthStep, ForwardTakesAMonthAfterDecemberForDecember)
 {
-    const RegionalPhone phone;
     EXPECT_EQ(monthAfter(newCalendar(), "goOneMonthForward", 2014, 13), "2015-1");
 }
 
-TEST(MonthStep, BackGoesToThePreviousMonth)
+TEST_F(MonthStep, BackGoesToThePreviousMonth)
 {
-    const RegionalPhone phone;
     const auto calendar = newCalendar();
     for (NSInteger month = 2; month <= 12; ++month)
         EXPECT_EQ(monthAfter(calendar, "goOneMonthBack", 2014, month), "2014-" + std::to_string(month - 1));
 }
 
-TEST(MonthStep, BackGoesFromJanuaryToDecemberOfThePreviousYear)
+TEST_F(MonthStep, BackGoesFromJanuaryToDecemberOfThePreviousYear)
 {
-    const RegionalPhone phone;
     EXPECT_EQ(monthAfter(newCalendar(), "goOneMonthBack", 2014, 1), "2013-12");
 }
 
-TEST(MonthStep, BackTakesAMonthBeforeJanuaryForJanuary)
+TEST_F(MonthStep, BackTakesAMonthBeforeJanuaryForJanuary)
 {
-    const RegionalPhone phone;
     EXPECT_EQ(monthAfter(newCalendar(), "goOneMonthBack", 2014, 0), "2013-12");
 }
 
-TEST(MonthStep, ByAYearLeavesTheMonthAsItIs)
+TEST_F(MonthStep, ByAYearLeavesTheMonthAsItIs)
 {
-    const RegionalPhone phone;
     const auto calendar = newCalendar();
     EXPECT_EQ(monthAfter(calendar, "goOneYearForward", 2015, 2), "2016-2");
     EXPECT_EQ(monthAfter(calendar, "goOneYearBack", 2015, 2), "2014-2");
 }
 
-TEST(MonthStep, KnowsNoFirstAndNoLastYear)
+TEST_F(MonthStep, KnowsNoFirstAndNoLastYear)
 {
-    const RegionalPhone phone;
     const auto calendar = newCalendar();
     EXPECT_EQ(monthAfter(calendar, "goOneYearBack", 1, 6), "0-6");
     EXPECT_EQ(monthAfter(calendar, "goOneYearBack", 0, 6), "-1-6");
@@ -126,9 +120,8 @@ TEST(MonthStep, KnowsNoFirstAndNoLastYear)
     EXPECT_EQ(monthAfter(calendar, "goOneMonthForward", 99999, 12), "100000-1");
 }
 
-TEST(MonthStep, DrawsNothing)
+TEST_F(MonthStep, DrawsNothing)
 {
-    const RegionalPhone phone;
     const auto calendar = newCalendarOn("2014-03-15");
     const auto drawn = subviewsOf(calendar);
     for (const char* name : {"goOneMonthForward", "goOneMonthBack", "goOneYearForward", "goOneYearBack"})

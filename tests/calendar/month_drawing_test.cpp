@@ -271,9 +271,10 @@ TEST_P(MonthGrid, IsTheSameAfterNavigation)
 
 INSTANTIATE_TEST_SUITE_P(Of, MonthGrid, testing::ValuesIn(months), [](const auto& info) { return info.param.name; });
 
-TEST(MonthGridToday, IsTheCreationsDayNumberInEveryMonth)
+using MonthGridToday = TestOn<GermanPhone>;
+
+TEST_F(MonthGridToday, IsTheCreationsDayNumberInEveryMonth)
 {
-    const RegionalPhone phone(german);
     const auto calendar = newCalendarOn("2014-03-15");
     for (int i = 0; i < 24; ++i) {
         const AutoreleasePool pool;
@@ -286,26 +287,25 @@ TEST(MonthGridToday, IsTheCreationsDayNumberInEveryMonth)
     }
 }
 
-TEST(MonthGridToday, IsNoGreyDayOfThatNumber)
+TEST_F(MonthGridToday, IsNoGreyDayOfThatNumber)
 {
-    const RegionalPhone phone(german);
     // The 28th is in grey before 1 March, and the 5th after 31 March.
     EXPECT_EQ(gridOf(newCalendarOn("2014-03-28")).front(), "(24) (25) (26) (27) (28) 1 2");
     EXPECT_EQ(gridOf(newCalendarOn("2014-03-05")).back(), "31 (1) (2) (3) (4) (5) (6)");
 }
 
-TEST(MonthGridToday, IsMissingFromAMonthThatLacksTheDay)
+TEST_F(MonthGridToday, IsMissingFromAMonthThatLacksTheDay)
 {
-    const RegionalPhone phone(german);
     const auto calendar = newCalendarOn("2014-01-31");
     send<"nextMonth">(calendar.get());
     for (const Day& day : daysIn(gridOf(calendar)))
         EXPECT_NE(day.kind, Kind::today) << day.number;
 }
 
-TEST(MonthGrid42, FollowsTheSizesOfTheCalendar)
+using MonthGrid42 = TestOn<GermanPhone>;
+
+TEST_F(MonthGrid42, FollowsTheSizesOfTheCalendar)
 {
-    const RegionalPhone phone(german);
     setClock("2014-03-15T12:00:00");
     const auto calendar =
         adopt(send<"alloc", UIView*>(objc_getClass("APLCalendar"))->initWithFrame(CGRect::make(0, 0, 280, 280)));
@@ -319,18 +319,16 @@ TEST(MonthGrid42, FollowsTheSizesOfTheCalendar)
     EXPECT_EQ(titleLabelOf(calendar)->frame(), CGRect::make(40, 0, 200, 40));
 }
 
-TEST(MonthGrid42, HalvesAnOddCellToAWholePoint)
+TEST_F(MonthGrid42, HalvesAnOddCellToAWholePoint)
 {
-    const RegionalPhone phone(german);
     const auto calendar =
         adopt(send<"alloc", UIView*>(objc_getClass("APLCalendar"))->initWithFrame(CGRect::make(0, 0, 301, 301)));
     EXPECT_EQ(weekdayLabels(calendar).front()->frame(), CGRect::make(0, 43, 43, 21));
     EXPECT_EQ(dayButtons(calendar).front()->frame(), CGRect::make(0, 64, 43, 43));
 }
 
-TEST(MonthGrid42, ReachesBelowTheViewAndIsNotClipped)
+TEST_F(MonthGrid42, ReachesBelowTheViewAndIsNotClipped)
 {
-    const RegionalPhone phone(german);
     const auto calendar = newCalendarOn("2014-03-15");
     const CGRect last = dayButtons(calendar).back()->frame();
     EXPECT_EQ(last.origin.y + last.size.height, 332);
@@ -338,9 +336,8 @@ TEST(MonthGrid42, ReachesBelowTheViewAndIsNotClipped)
     EXPECT_EQ((send<"clipsToBounds", BOOL>(calendar.get())), NO);
 }
 
-TEST(MonthGrid42, LogsTheNumberOfLeadingDays)
+TEST_F(MonthGrid42, LogsTheNumberOfLeadingDays)
 {
-    const RegionalPhone phone(german);
     const auto logged = [](const char* day) {
         const auto calendar = newCalendarOn(day);
         return simulator::takeSystemLog();
@@ -352,9 +349,8 @@ TEST(MonthGrid42, LogsTheNumberOfLeadingDays)
     EXPECT_THAT(logged("2014-07-15"), ElementsAre("dayOfWeek: 0"));
 }
 
-TEST(MonthGrid42, LogsMinusTwoWhenTheWeekdayCannotBeRead)
+TEST_F(MonthGrid42, LogsMinusTwoWhenTheWeekdayCannotBeRead)
 {
-    const RegionalPhone phone(german);
     const auto calendar = newCalendarOn("2014-03-15");
     method_setImplementation(class_getInstanceMethod(objc_getClass("APLCalendar"), selector<"getOffsetDays">()),
                              reinterpret_cast<IMP>(+[](id, SEL) -> NSInteger { return -1; }));

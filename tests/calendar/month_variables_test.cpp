@@ -59,15 +59,15 @@ NSObject* delegateOf(UIView* calendar)
 
 } // namespace
 
-TEST(MonthCalendarClass, IsAView)
+using MonthCalendarClass = TestOn<RegionalPhone>;
+
+TEST_F(MonthCalendarClass, IsAView)
 {
-    const RegionalPhone phone;
     EXPECT_STREQ(class_getName(class_getSuperclass(calendarClass())), "UIView");
 }
 
-TEST(MonthCalendarClass, HasElevenVariablesInOrder)
+TEST_F(MonthCalendarClass, HasElevenVariablesInOrder)
 {
-    const RegionalPhone phone;
     const std::string integer = encodedHere("q");
     EXPECT_THAT(variablesOf(calendarClass()),
                 ElementsAre(Variable{"lblMonth", "@"}, Variable{"_day", integer}, Variable{"_month", integer},
@@ -76,9 +76,8 @@ TEST(MonthCalendarClass, HasElevenVariablesInOrder)
                             Variable{"_recognizer", "@"}, Variable{"_delegate", "@"}));
 }
 
-TEST(MonthCalendarClass, LaysItsVariablesOutInThatOrder)
+TEST_F(MonthCalendarClass, LaysItsVariablesOutInThatOrder)
 {
-    const RegionalPhone phone;
     std::ptrdiff_t previous = 0;
     for (const Variable& variable : variablesOf(calendarClass())) {
         const std::ptrdiff_t offset = ivar_getOffset(class_getInstanceVariable(calendarClass(), variable.name.c_str()));
@@ -87,9 +86,8 @@ TEST(MonthCalendarClass, LaysItsVariablesOutInThatOrder)
     }
 }
 
-TEST(MonthCalendarClass, DeclaresItsMethodsByTheirTypes)
+TEST_F(MonthCalendarClass, DeclaresItsMethodsByTheirTypes)
 {
-    const RegionalPhone phone;
     struct Declared {
         const char* selector;
         const char* types;

@@ -59,6 +59,28 @@ private:
     std::jthread thread_;
 };
 
+/// Takes the lock of an object in a thread of its own and holds it.
+class LockHeldElsewhere {
+public:
+    explicit LockHeldElsewhere(NSObject* object)
+        : thread_([this, object] {
+              objc_sync_enter(object);
+              taken_.happen();
+              enough_.happensWithin(patience);
+              objc_sync_exit(object);
+          })
+    {
+    }
+
+    bool isTakenWithin(std::chrono::milliseconds time) { return taken_.happensWithin(time); }
+    void letGo() { enough_.happen(); }
+
+private:
+    Event taken_;
+    Event enough_;
+    std::jthread thread_;
+};
+
 /// Puts a function in the place of a method of the calendar.
 template <FixedString Name>
 void replace(void (*implementation)(UIView*, SEL))
@@ -119,20 +141,13 @@ TEST_P(Navigation, HoldsTheViewsLockFromTheClearingToTheEndOfTheDrawing)
 TEST_P(Navigation, WaitsForWhoHoldsTheViewsLock)
 {
     const auto calendar = newCalendar();
-    Event entered;
-    Event leave;
-    const std::jthread holder([&] {
-        objc_sync_enter(calendar);
-        entered.happen();
-        leave.happensWithin(patience);
-        objc_sync_exit(calendar);
-    });
-    ASSERT_TRUE(entered.happensWithin(patience));
+    LockHeldElsewhere held(calendar);
+    ASSERT_TRUE(held.isTakenWithin(patience));
+    const auto start = std::chrono::steady_clock::now();
     const std::jthread release([&] {
         std::this_thread::sleep_for(moment);
-        leave.happen();
+        held.letGo();
     });
-    const auto start = std::chrono::steady_clock::now();
     navigate(calendar, GetParam());
     EXPECT_GE(std::chrono::steady_clock::now() - start, moment / 2);
 }
@@ -185,18 +200,11 @@ TEST(NavigationLock, IsNotTakenForStepsQueriesAndDrawings)
 {
     const RegionalPhone phone;
     const auto calendar = newCalendarOn("2014-03-15");
-    Event entered;
-    Event leave;
-    const std::jthread holder([&] {
-        objc_sync_enter(calendar);
-        entered.happen();
-        leave.happensWithin(patience);
-        objc_sync_exit(calendar);
-    });
-    ASSERT_TRUE(entered.happensWithin(patience));
+    LockHeldElsewhere held(calendar);
+    ASSERT_TRUE(held.isTakenWithin(patience));
     for (const char* name : {"goOneMonthForward", "goOneMonthBack", "goOneYearForward", "goOneYearBack",
                              "getTotalDaysInCurrentMonth", "getOffsetDays", "drawHeader", "drawDays", "clearViews"})
         navigate(calendar, name);
-    leave.happen();
+    held.letGo();
     EXPECT_EQ(shownMonth(calendar), "2014-3");
 }

@@ -66,9 +66,10 @@ constexpr const char* listController = "SBLockScreenNotificationListController";
 
 // Libraries that come first
 
-TEST(LibrariesLoadedFirst, AreThePlugInAndTheTwoExtensionsInThatOrder)
+using LibrariesLoadedFirst = TestOn<Phone>;
+
+TEST_F(LibrariesLoadedFirst, AreThePlugInAndTheTwoExtensionsInThatOrder)
 {
-    Phone phone;
     put("recording_library.dylib", phone.tree().artLibrary());
     put("recording_library.dylib", phone.tree().libraryFolder() / "Hushveil.dylib");
     put("recording_library.dylib", phone.tree().libraryFolder() / "Dorrance.dylib");
@@ -76,9 +77,8 @@ TEST(LibrariesLoadedFirst, AreThePlugInAndTheTwoExtensionsInThatOrder)
     EXPECT_THAT(names(loadedLibraries()), ElementsAre("NowPlayingArtLockScreen", "Hushveil.dylib", "Dorrance.dylib"));
 }
 
-TEST(LibrariesLoadedFirst, AreThereBeforeAnyHook)
+TEST_F(LibrariesLoadedFirst, AreThereBeforeAnyHook)
 {
-    Phone phone;
     put("recording_library.dylib", phone.tree().artLibrary());
     put("recording_library.dylib", phone.tree().libraryFolder() / "Hushveil.dylib");
     put("recording_library.dylib", phone.tree().libraryFolder() / "Dorrance.dylib");
@@ -88,45 +88,40 @@ TEST(LibrariesLoadedFirst, AreThereBeforeAnyHook)
     EXPECT_THAT(installedMethods(), Not(IsEmpty()));
 }
 
-TEST(LibrariesLoadedFirst, NeedNotBeInstalled)
+TEST_F(LibrariesLoadedFirst, NeedNotBeInstalled)
 {
-    Phone phone;
     fs::remove(phone.tree().artLibrary());
     phone.inject();
     EXPECT_TRUE(isHooked(listView, "layoutSubviews"));
     EXPECT_EQ(textOf(exportedVariable("morningString")), "Good morning, Pal.");
 }
 
-TEST(LibrariesLoadedFirst, LeaveTheRestToLoadWhenTheFirstIsMissing)
+TEST_F(LibrariesLoadedFirst, LeaveTheRestToLoadWhenTheFirstIsMissing)
 {
-    Phone phone;
     fs::remove(phone.tree().artLibrary());
     put("recording_library.dylib", phone.tree().libraryFolder() / "Dorrance.dylib");
     phone.inject();
     EXPECT_THAT(names(loadedLibraries()), ElementsAre("Dorrance.dylib"));
 }
 
-TEST(LibrariesLoadedFirst, AreBoundAtOnce)
+TEST_F(LibrariesLoadedFirst, AreBoundAtOnce)
 {
-    Phone phone;
     put("unresolved_library.dylib", phone.tree().libraryFolder() / "Hushveil.dylib");
     put("recording_library.dylib", phone.tree().libraryFolder() / "Dorrance.dylib");
     phone.inject();
     EXPECT_THAT(names(loadedLibraries()), ElementsAre("Dorrance.dylib"));
 }
 
-TEST(LibrariesLoadedFirst, AreNoLibrariesWhenTheFilesAreRubbish)
+TEST_F(LibrariesLoadedFirst, AreNoLibrariesWhenTheFilesAreRubbish)
 {
-    Phone phone;
     writeFile(phone.tree().libraryFolder() / "Hushveil.dylib", "no library");
     fs::create_directory(phone.tree().libraryFolder() / "Dorrance.dylib");
     phone.inject();
     EXPECT_TRUE(isHooked(listView, "layoutSubviews"));
 }
 
-TEST(LibrariesLoadedFirst, BringTheArtViewThatNobodyElseLoads)
+TEST_F(LibrariesLoadedFirst, BringTheArtViewThatNobodyElseLoads)
 {
-    Phone phone;
     EXPECT_EQ(objc_getClass("_NowPlayingArtView"), nullptr);
     phone.inject();
     EXPECT_NE(objc_getClass("_NowPlayingArtView"), nullptr);
@@ -134,9 +129,11 @@ TEST(LibrariesLoadedFirst, BringTheArtViewThatNobodyElseLoads)
 
 // The hook table
 
-TEST(HookTable, HasItsTwelveRowsInOrder)
+using HookTable = TestOn<Phone>;
+
+TEST_F(HookTable, HasItsTwelveRowsInOrder)
 {
-    const InjectedPhone phone;
+    phone.inject();
     EXPECT_THAT(
         rows(installedMethods()),
         ElementsAre("SBLockScreenNotificationListView layoutSubviews", "SBLockScreenNotificationListView cornerRadiusHook",
@@ -149,16 +146,15 @@ TEST(HookTable, HasItsTwelveRowsInOrder)
                     "SBLockScreenView _addLockContentUnderlayWithRequester:", "_NowPlayingArtView initWithFrame:"));
 }
 
-TEST(HookTable, LooksEachClassUpByName)
+TEST_F(HookTable, LooksEachClassUpByName)
 {
-    const InjectedPhone phone;
+    phone.inject();
     for (const char* name : {listView, listController, "SBLockScreenView", "_NowPlayingArtView"})
         EXPECT_GE(lookupsOf(name), 1) << name;
 }
 
-TEST(HookTable, ReplacesEightMethods)
+TEST_F(HookTable, ReplacesEightMethods)
 {
-    Phone phone;
     constexpr std::pair<const char*, const char*> replaced[] = {
         {listView, "layoutSubviews"},
         {listView, "initWithFrame:"},
@@ -176,9 +172,8 @@ TEST(HookTable, ReplacesEightMethods)
     EXPECT_TRUE(isHooked("_NowPlayingArtView", "initWithFrame:"));
 }
 
-TEST(HookTable, AddsFourMethodsWithoutArgumentsOrResult)
+TEST_F(HookTable, AddsFourMethodsWithoutArgumentsOrResult)
 {
-    Phone phone;
     constexpr const char* added[] = {"cornerRadiusHook", "normalizePrevTap", "imgCalenderTapped", "imgNotificationsTapped"};
     for (const char* selectorName : added)
         EXPECT_EQ(class_respondsToSelector(objc_getClass(listView), sel_registerName(selectorName)), NO) << selectorName;
@@ -189,26 +184,25 @@ TEST(HookTable, AddsFourMethodsWithoutArgumentsOrResult)
     }
 }
 
-TEST(HookTable, GivesEachRowAnImplementationOfItsOwn)
+TEST_F(HookTable, GivesEachRowAnImplementationOfItsOwn)
 {
-    const InjectedPhone phone;
+    phone.inject();
     std::set<IMP> implementations;
     for (const InstalledMethod& method : installedMethods())
         implementations.insert(method.implementation);
     EXPECT_THAT(implementations, SizeIs(12));
 }
 
-TEST(HookTable, LeavesOtherClassesAlone)
+TEST_F(HookTable, LeavesOtherClassesAlone)
 {
-    const InjectedPhone phone;
+    phone.inject();
     EXPECT_FALSE(isHooked("UIView", "layoutSubviews"));
     EXPECT_FALSE(isHooked("UIView", "initWithFrame:"));
     EXPECT_FALSE(isHooked("UITableView", "layoutSubviews"));
 }
 
-TEST(HookTable, KeepsTheTypesOfWhatItReplaces)
+TEST_F(HookTable, KeepsTheTypesOfWhatItReplaces)
 {
-    Phone phone;
     const std::string init = encoding(listView, "initWithFrame:");
     const std::string screenOff = encoding(listController, "setInScreenOffMode:");
     phone.inject();
@@ -216,27 +210,24 @@ TEST(HookTable, KeepsTheTypesOfWhatItReplaces)
     EXPECT_EQ(encoding(listController, "setInScreenOffMode:"), screenOff);
 }
 
-TEST(HookTable, PassesOverALockScreenViewThatDoesNotExist)
+TEST_F(HookTable, PassesOverALockScreenViewThatDoesNotExist)
 {
-    Phone phone;
     hideClass("SBLockScreenView");
     phone.inject();
     EXPECT_FALSE(isHooked("SBLockScreenView", "_addLockContentUnderlayWithRequester:"));
     EXPECT_THAT(rows(installedMethods()), AllOf(SizeIs(11), Contains("_NowPlayingArtView initWithFrame:")));
 }
 
-TEST(HookTable, PassesOverAnArtViewThatDoesNotExist)
+TEST_F(HookTable, PassesOverAnArtViewThatDoesNotExist)
 {
-    Phone phone;
     fs::remove(phone.tree().artLibrary());
     phone.inject();
     EXPECT_EQ(objc_getClass("_NowPlayingArtView"), nullptr);
     EXPECT_THAT(rows(installedMethods()), AllOf(SizeIs(11), Contains("SBLockScreenView _addLockContentUnderlayWithRequester:")));
 }
 
-TEST(HookTable, PassesOverAListViewThatDoesNotExist)
+TEST_F(HookTable, PassesOverAListViewThatDoesNotExist)
 {
-    Phone phone;
     hideClass(listView);
     phone.inject();
     EXPECT_FALSE(isHooked(listView, "layoutSubviews"));
@@ -245,9 +236,8 @@ TEST(HookTable, PassesOverAListViewThatDoesNotExist)
     EXPECT_THAT(installedMethods(), SizeIs(6));
 }
 
-TEST(HookTable, PassesOverAListControllerThatDoesNotExist)
+TEST_F(HookTable, PassesOverAListControllerThatDoesNotExist)
 {
-    Phone phone;
     hideClass(listController);
     phone.inject();
     EXPECT_FALSE(isHooked(listController, "prepareForTeardown"));
@@ -255,9 +245,8 @@ TEST(HookTable, PassesOverAListControllerThatDoesNotExist)
     EXPECT_TRUE(isHooked("_NowPlayingArtView", "initWithFrame:"));
 }
 
-TEST(HookTable, LeavesAMethodInPlaceThatTheClassAlreadyHas)
+TEST_F(HookTable, LeavesAMethodInPlaceThatTheClassAlreadyHas)
 {
-    Phone phone;
     static bool wasCalled = false;
     simulator::addMethod<"normalizePrevTap">(objc_getClass(listView), +[](NSObject*, SEL) { wasCalled = true; });
     phone.inject();
@@ -268,9 +257,8 @@ TEST(HookTable, LeavesAMethodInPlaceThatTheClassAlreadyHas)
     EXPECT_TRUE(wasCalled);
 }
 
-TEST(HookTable, IsInstalledOnce)
+TEST_F(HookTable, IsInstalledOnce)
 {
-    Phone phone;
     phone.inject();
     phone.inject();
     EXPECT_THAT(installedMethods(), SizeIs(12));
@@ -278,9 +266,10 @@ TEST(HookTable, IsInstalledOnce)
 
 // Chaining to what was replaced
 
-TEST(ReplacedMethods, InitialiseTheListViewAsSpringBoardDoes)
+using ReplacedMethods = TestOn<Phone>;
+
+TEST_F(ReplacedMethods, InitialiseTheListViewAsSpringBoardDoes)
 {
-    Phone phone;
     Noted<"SBLockScreenNotificationListView", "initWithFrame:", id, CGRect>::install();
     phone.inject();
     UIView* const allocated = send<"alloc", UIView*>(objc_getClass(listView));
@@ -291,9 +280,8 @@ TEST(ReplacedMethods, InitialiseTheListViewAsSpringBoardDoes)
     EXPECT_EQ(view->frame(), CGRect::make(1, 2, 300, 400));
 }
 
-TEST(ReplacedMethods, LayTheListViewOutAsSpringBoardDoes)
+TEST_F(ReplacedMethods, LayTheListViewOutAsSpringBoardDoes)
 {
-    Phone phone;
     Noted<"SBLockScreenNotificationListView", "layoutSubviews", void>::install();
     phone.inject();
     simulator::lockScreen();
@@ -304,9 +292,8 @@ TEST(ReplacedMethods, LayTheListViewOutAsSpringBoardDoes)
     EXPECT_THAT(MessageLog::messages(), ElementsAre("view layoutSubviews"));
 }
 
-TEST(ReplacedMethods, PassAnAddedItemOn)
+TEST_F(ReplacedMethods, PassAnAddedItemOn)
 {
-    Phone phone;
     Noted<"SBLockScreenNotificationListController", "_updateModelAndViewForAdditionOfItem:", void, id>::install();
     phone.inject();
     simulator::lockScreen();
@@ -317,9 +304,8 @@ TEST(ReplacedMethods, PassAnAddedItemOn)
     EXPECT_THAT(MessageLog::messages(), ElementsAre("controller _updateModelAndViewForAdditionOfItem: item"));
 }
 
-TEST(ReplacedMethods, PassATeardownOn)
+TEST_F(ReplacedMethods, PassATeardownOn)
 {
-    Phone phone;
     Noted<"SBLockScreenNotificationListController", "prepareForTeardown", void>::install();
     phone.inject();
     simulator::lockScreen();
@@ -328,9 +314,8 @@ TEST(ReplacedMethods, PassATeardownOn)
     EXPECT_THAT(MessageLog::messages(), ElementsAre("controller prepareForTeardown"));
 }
 
-TEST(ReplacedMethods, PassAClearingOn)
+TEST_F(ReplacedMethods, PassAClearingOn)
 {
-    Phone phone;
     Noted<"SBLockScreenNotificationListController", "clearItemsForNotificationCenter", void>::install();
     phone.inject();
     simulator::lockScreen();
@@ -339,9 +324,8 @@ TEST(ReplacedMethods, PassAClearingOn)
     EXPECT_THAT(MessageLog::messages(), ElementsAre("controller clearItemsForNotificationCenter"));
 }
 
-TEST(ReplacedMethods, PassTheScreenModeOn)
+TEST_F(ReplacedMethods, PassTheScreenModeOn)
 {
-    Phone phone;
     Noted<"SBLockScreenNotificationListController", "setInScreenOffMode:", void, BOOL>::install();
     phone.inject();
     simulator::lockScreen();
@@ -351,9 +335,8 @@ TEST(ReplacedMethods, PassTheScreenModeOn)
     EXPECT_THAT(MessageLog::messages(), ElementsAre("controller setInScreenOffMode: YES", "controller setInScreenOffMode: NO"));
 }
 
-TEST(ReplacedMethods, NeverAskForTheUnderlay)
+TEST_F(ReplacedMethods, NeverAskForTheUnderlay)
 {
-    Phone phone;
     Noted<"SBLockScreenView", "_addLockContentUnderlayWithRequester:", void, id>::install();
     phone.inject();
     simulator::lockScreen();
@@ -363,9 +346,8 @@ TEST(ReplacedMethods, NeverAskForTheUnderlay)
     EXPECT_EQ(simulator::lockScreenView()->subviews()->count(), before);
 }
 
-TEST(ReplacedMethods, GiveTheArtViewThatSpringBoardMakes)
+TEST_F(ReplacedMethods, GiveTheArtViewThatSpringBoardMakes)
 {
-    Phone phone;
     dlopen(phone.tree().artLibrary().c_str(), RTLD_NOW);
     static UIView* const other = UIView::alloc()->initWithFrame({});
     static CGRect given;
@@ -391,9 +373,10 @@ TEST(StockLockScreen, ShowsTheUnderlayWithoutTheLibrary)
 
 // Greetings
 
-TEST(Greetings, CarryTheNameFromThePreferences)
+using Greetings = TestOn<Phone>;
+
+TEST_F(Greetings, CarryTheNameFromThePreferences)
 {
-    Phone phone;
     phone.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string></dict>");
     phone.inject();
     EXPECT_EQ(textOf(exportedVariable("morningString")), "Good morning, Ana.");
@@ -402,28 +385,26 @@ TEST(Greetings, CarryTheNameFromThePreferences)
     EXPECT_EQ(textOf(exportedVariable("nightString")), "Good night, Ana.");
 }
 
-TEST(Greetings, CarryPalWithoutPreferences)
+TEST_F(Greetings, CarryPalWithoutPreferences)
 {
-    const InjectedPhone phone;
+    phone.inject();
     EXPECT_EQ(textOf(exportedVariable("morningString")), "Good morning, Pal.");
     EXPECT_EQ(textOf(exportedVariable("afternoonString")), "Good afternoon, Pal.");
     EXPECT_EQ(textOf(exportedVariable("eveningString")), "Good evening, Pal.");
     EXPECT_EQ(textOf(exportedVariable("nightString")), "Good night, Pal.");
 }
 
-TEST(Greetings, AreBuiltFromTheNameThatTheHookInstallerRead)
+TEST_F(Greetings, AreBuiltFromTheNameThatTheHookInstallerRead)
 {
     // The name is there at load already: no notification has come yet.
-    Phone phone;
     phone.tree().writePreferencesXML("<dict><key>Name</key><string>Zoë</string></dict>");
     phone.inject();
     EXPECT_EQ(textOf(exportedVariable("userName")), "Zoë");
     EXPECT_EQ(textOf(exportedVariable("nightString")), "Good night, Zoë.");
 }
 
-TEST(Greetings, StayTheSameObjectsWhenTheSettingsAreReadAgain)
+TEST_F(Greetings, StayTheSameObjectsWhenTheSettingsAreReadAgain)
 {
-    Phone phone;
     phone.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string></dict>");
     phone.inject();
     constexpr const char* greetings[] = {"morningString", "afternoonString", "eveningString", "nightString"};
@@ -438,17 +419,15 @@ TEST(Greetings, StayTheSameObjectsWhenTheSettingsAreReadAgain)
     EXPECT_EQ(textOf(exportedVariable("eveningString")), "Good evening, Ana.");
 }
 
-TEST(Greetings, TakeAFormatDirectiveInTheNameVerbatim)
+TEST_F(Greetings, TakeAFormatDirectiveInTheNameVerbatim)
 {
-    Phone phone;
     phone.tree().writePreferencesXML("<dict><key>Name</key><string>%@ %n 100%</string></dict>");
     phone.inject();
     EXPECT_EQ(textOf(exportedVariable("morningString")), "Good morning, %@ %n 100%.");
 }
 
-TEST(Greetings, OutliveThePoolTheyWereBuiltIn)
+TEST_F(Greetings, OutliveThePoolTheyWereBuiltIn)
 {
-    Phone phone;
     {
         const AutoreleasePool pool;
         phone.inject();

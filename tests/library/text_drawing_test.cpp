@@ -81,11 +81,12 @@ bool hasInkInLine(const Picture& picture, CGPoint point, int line)
 
 // Size and scale
 
-class TextDrawingOnAScreen : public testing::TestWithParam<int> {};
+struct TextDrawingOnAScreen : testing::TestWithParam<int> {
+    InjectedPhone phone{{320, 568, static_cast<double>(GetParam())}};
+};
 
 TEST_P(TextDrawingOnAScreen, KeepsTheSizeAndTakesTheScreensScale)
 {
-    const InjectedPhone phone({320, 568, static_cast<double>(GetParam())});
     for (const CGFloat scale : {1.0, 2.0, 3.0}) {
         UIImage* const result = stamp("31", plainImage({44, 47}, scale, black), dayPoint);
         EXPECT_EQ(result->size(), (CGSize{44, 47}));
@@ -97,7 +98,6 @@ TEST_P(TextDrawingOnAScreen, KeepsTheSizeAndTakesTheScreensScale)
 
 TEST_P(TextDrawingOnAScreen, LeavesTheImageAsItIsWithoutText)
 {
-    const InjectedPhone phone({320, 568, static_cast<double>(GetParam())});
     const auto image = patternedImage({30, 20}, GetParam());
     EXPECT_EQ(pictureOf(stamp("", image, dayPoint)), pictureOf(image));
 }
@@ -105,7 +105,6 @@ TEST_P(TextDrawingOnAScreen, LeavesTheImageAsItIsWithoutText)
 TEST_P(TextDrawingOnAScreen, StartsAtThePoint)
 {
     const int scale = GetParam();
-    const InjectedPhone phone({320, 568, static_cast<double>(scale)});
     const auto ink = pictureOf(stamp("31", plainImage({60, 60}, scale, transparent), dayPoint)).ink();
     ASSERT_TRUE(ink);
     EXPECT_GE(ink->left, 10 * scale);
@@ -116,16 +115,16 @@ TEST_P(TextDrawingOnAScreen, StartsAtThePoint)
 
 INSTANTIATE_TEST_SUITE_P(Scales, TextDrawingOnAScreen, testing::Values(1, 2, 3));
 
-TEST(TextDrawing, KeepsASizeThatIsNoWholeNumberOfPixels)
+using TextDrawing = TestOn<InjectedPhone>;
+
+TEST_F(TextDrawing, KeepsASizeThatIsNoWholeNumberOfPixels)
 {
-    const InjectedPhone phone;
     UIImage* const result = stamp("31", plainImage({29.5, 17.25}, 2, black), dayPoint);
     EXPECT_EQ(result->size(), (CGSize{29.5, 17.25}));
 }
 
-TEST(TextDrawing, WorksOnThePhonesOwnPictures)
+TEST_F(TextDrawing, WorksOnThePhonesOwnPictures)
 {
-    const InjectedPhone phone;
     for (const char* name : {"Calendar", "Notification", "Badge"}) {
         UIImage* const image =
             UIImage::imageWithContentsOfFile(text("/Library/Application Support/Solvane/" + std::string(name) + ".png"));
@@ -138,66 +137,58 @@ TEST(TextDrawing, WorksOnThePhonesOwnPictures)
 
 // Nothing to draw
 
-TEST(TextDrawing, GivesNothingForNoImage)
+TEST_F(TextDrawing, GivesNothingForNoImage)
 {
-    const InjectedPhone phone;
     EXPECT_EQ(stamp("31", nullptr, dayPoint), nullptr);
 }
 
-TEST(TextDrawing, CopiesTheImageForNoText)
+TEST_F(TextDrawing, CopiesTheImageForNoText)
 {
-    const InjectedPhone phone;
     const auto image = patternedImage({30, 20}, 2);
     UIImage* const result = stamp(static_cast<NSString*>(nullptr), image, dayPoint);
     EXPECT_NE(result, image.get());
     EXPECT_EQ(pictureOf(result), pictureOf(image));
 }
 
-TEST(TextDrawing, CopiesTheImageForAnEmptyText)
+TEST_F(TextDrawing, CopiesTheImageForAnEmptyText)
 {
-    const InjectedPhone phone;
     const auto image = patternedImage({30, 20}, 2);
     UIImage* const result = stamp("", image, dayPoint);
     EXPECT_NE(result, image.get());
     EXPECT_EQ(pictureOf(result), pictureOf(image));
 }
 
-TEST(TextDrawing, KeepsWhatIsTransparent)
+TEST_F(TextDrawing, KeepsWhatIsTransparent)
 {
-    const InjectedPhone phone;
     EXPECT_EQ(inkOf("", {30, 20}, dayPoint).ink(), std::nullopt);
 }
 
 // The text's looks
 
-TEST(TextDrawing, IsWhiteOnNothing)
+TEST_F(TextDrawing, IsWhiteOnNothing)
 {
-    const InjectedPhone phone;
     const Picture picture = inkOf("31", {60, 60}, dayPoint);
     for (const std::uint32_t pixel : picture.pixels)
         ASSERT_EQ(pixel, (pixel >> 24) * 0x01010101U);
     EXPECT_TRUE(std::ranges::count(picture.pixels, white) > 0);
 }
 
-TEST(TextDrawing, IsOpaqueWhiteOnAnyColour)
+TEST_F(TextDrawing, IsOpaqueWhiteOnAnyColour)
 {
-    const InjectedPhone phone;
     for (const std::uint32_t colour : {black, red, 0xFF00FF00U, 0x80000080U}) {
         const Picture picture = pictureOf(stamp("31", plainImage({60, 60}, 2, colour), dayPoint));
         EXPECT_GT(std::ranges::count(picture.pixels, white), 20) << std::hex << colour;
     }
 }
 
-TEST(TextDrawing, DoesNotShowOnWhite)
+TEST_F(TextDrawing, DoesNotShowOnWhite)
 {
-    const InjectedPhone phone;
     const auto image = plainImage({60, 60}, 2, white);
     EXPECT_EQ(pictureOf(stamp("31", image, dayPoint)), pictureOf(image));
 }
 
-TEST(TextDrawing, IsSetInTheBoldSystemFaceAtSixteenPoints)
+TEST_F(TextDrawing, IsSetInTheBoldSystemFaceAtSixteenPoints)
 {
-    const InjectedPhone phone;
     UIGraphicsBeginImageContextWithOptions({60, 60}, NO, 2);
     const id objects[] = {UIFont::fontWithName_size(text(".HelveticaNeueInterface-Bold"), 16), UIColor::whiteColor()};
     const id keys[] = {NSFontAttributeName, NSForegroundColorAttributeName};
@@ -209,9 +200,8 @@ TEST(TextDrawing, IsSetInTheBoldSystemFaceAtSixteenPoints)
     EXPECT_EQ(inkOf("31", {60, 60}, dayPoint), pictureOf(expected));
 }
 
-TEST(TextDrawing, GoesThroughTheStepsInOrder)
+TEST_F(TextDrawing, GoesThroughTheStepsInOrder)
 {
-    const InjectedPhone phone;
     const auto image = plainImage({44, 47}, 2, black);
     MessageLog::name(image.get(), "image");
     NSString* const day = text("31 is a text that is no small object");
@@ -229,9 +219,8 @@ TEST(TextDrawing, GoesThroughTheStepsInOrder)
     EXPECT_EQ(MessageLog::messages()[3], "text drawInRect:withAttributes: 10,11,44,47 ?");
 }
 
-TEST(TextDrawing, CoversTheImage)
+TEST_F(TextDrawing, CoversTheImage)
 {
-    const InjectedPhone phone;
     const auto image = patternedImage({60, 60}, 2);
     const Picture before = pictureOf(image);
     const Picture after = pictureOf(stamp("31", image, dayPoint));
@@ -247,9 +236,8 @@ TEST(TextDrawing, CoversTheImage)
 
 // The text's place
 
-TEST(TextDrawing, HasNothingLeftOfThePointOrAboveIt)
+TEST_F(TextDrawing, HasNothingLeftOfThePointOrAboveIt)
 {
-    const InjectedPhone phone;
     for (const char* utf8 : {"1", "31", "88", "9999"}) {
         const auto ink = inkOf(utf8, {80, 60}, dayPoint).ink();
         ASSERT_TRUE(ink) << utf8;
@@ -258,9 +246,8 @@ TEST(TextDrawing, HasNothingLeftOfThePointOrAboveIt)
     }
 }
 
-TEST(TextDrawing, MovesWithThePoint)
+TEST_F(TextDrawing, MovesWithThePoint)
 {
-    const InjectedPhone phone;
     const auto here = inkOf("31", {80, 80}, {10, 11}).ink();
     const auto there = inkOf("31", {80, 80}, {15, 4}).ink();
     ASSERT_TRUE(here && there);
@@ -270,9 +257,8 @@ TEST(TextDrawing, MovesWithThePoint)
     EXPECT_EQ(there->bottom, here->bottom - 14);
 }
 
-TEST(TextDrawing, MovesByHalfAPoint)
+TEST_F(TextDrawing, MovesByHalfAPoint)
 {
-    const InjectedPhone phone;
     const auto here = inkOf("8", {40, 40}, {12, 7}).ink();
     const auto there = inkOf("8", {40, 40}, {12.5, 7.5}).ink();
     ASSERT_TRUE(here && there);
@@ -280,10 +266,9 @@ TEST(TextDrawing, MovesByHalfAPoint)
     EXPECT_EQ(there->top, here->top + 1);
 }
 
-TEST(TextDrawing, IsNotCentred)
+TEST_F(TextDrawing, IsNotCentred)
 {
     // A longer text begins where a shorter one does, on a wider image where it does on a narrow one.
-    const InjectedPhone phone;
     const auto shortText = inkOf("3", {80, 60}, dayPoint).ink();
     const auto longText = inkOf("3333", {80, 60}, dayPoint).ink();
     const auto widerImage = inkOf("3", {160, 120}, dayPoint).ink();
@@ -293,10 +278,9 @@ TEST(TextDrawing, IsNotCentred)
     EXPECT_EQ(*widerImage, *shortText);
 }
 
-TEST(TextDrawing, StaysOnOneLineAsLongAsItIsNoWiderThanTheImage)
+TEST_F(TextDrawing, StaysOnOneLineAsLongAsItIsNoWiderThanTheImage)
 {
     // The line's width is the image's, whatever there is to the right of the point.
-    const InjectedPhone phone;
     const CGFloat width = std::ceil(widthOf("88 88")) + 2;
     const Picture picture = inkOf("88 88", {width, 80}, dayPoint);
     EXPECT_TRUE(hasInkInLine(picture, dayPoint, 0));
@@ -304,9 +288,8 @@ TEST(TextDrawing, StaysOnOneLineAsLongAsItIsNoWiderThanTheImage)
     EXPECT_EQ(picture.ink()->right, picture.width);
 }
 
-TEST(TextDrawing, WrapsWhenItIsWiderThanTheImage)
+TEST_F(TextDrawing, WrapsWhenItIsWiderThanTheImage)
 {
-    const InjectedPhone phone;
     const CGFloat width = std::floor(widthOf("88 88")) - 2;
     const Picture picture = inkOf("88 88", {width, 80}, dayPoint);
     EXPECT_TRUE(hasInkInLine(picture, dayPoint, 0));
@@ -314,50 +297,44 @@ TEST(TextDrawing, WrapsWhenItIsWiderThanTheImage)
     EXPECT_GE(picture.ink()->left, 20);
 }
 
-TEST(TextDrawing, WrapsAWordThatIsWiderThanTheImage)
+TEST_F(TextDrawing, WrapsAWordThatIsWiderThanTheImage)
 {
-    const InjectedPhone phone;
     const Picture picture = inkOf("888888", {std::ceil(widthOf("888")), 80}, dayPoint);
     EXPECT_TRUE(hasInkInLine(picture, dayPoint, 1));
 }
 
-TEST(TextDrawing, IsCutOffAtTheRightEdge)
+TEST_F(TextDrawing, IsCutOffAtTheRightEdge)
 {
-    const InjectedPhone phone;
     const CGFloat width = std::ceil(widthOf("8888")) + 1;
     UIImage* const result = stamp("8888", plainImage({width, 40}, 2, transparent), {width - 12, 5});
     EXPECT_EQ(result->size(), (CGSize{width, 40}));
     EXPECT_EQ(pictureOf(result).ink()->right, pictureOf(result).width);
 }
 
-TEST(TextDrawing, IsCutOffAtTheBottomEdge)
+TEST_F(TextDrawing, IsCutOffAtTheBottomEdge)
 {
-    const InjectedPhone phone;
     const Picture picture = inkOf("8", {40, 20}, {10, 11});
     EXPECT_EQ(picture.height, 40);
     EXPECT_EQ(picture.ink()->bottom, 40);
 }
 
-TEST(TextDrawing, KeepsTheSizeForALongCount)
+TEST_F(TextDrawing, KeepsTheSizeForALongCount)
 {
-    const InjectedPhone phone;
     UIImage* const result = stamp("9223372036854775807 9223372036854775807", plainImage({25, 25}, 2, transparent), {12.5, 7.5});
     EXPECT_EQ(result->size(), (CGSize{25, 25}));
     EXPECT_GE(pictureOf(result).ink()->left, 25);
 }
 
-TEST(TextDrawing, ShowsNothingBeyondTheEdges)
+TEST_F(TextDrawing, ShowsNothingBeyondTheEdges)
 {
-    const InjectedPhone phone;
     EXPECT_EQ(inkOf("31", {30, 20}, {30, 0}).ink(), std::nullopt);
     EXPECT_EQ(inkOf("31", {30, 20}, {0, 20}).ink(), std::nullopt);
 }
 
 // Manners
 
-TEST(TextDrawing, GivesANewImageThatTheCallerDoesNotOwn)
+TEST_F(TextDrawing, GivesANewImageThatTheCallerDoesNotOwn)
 {
-    const InjectedPhone phone;
     const auto image = plainImage({30, 20}, 2, black);
     id weak = nullptr;
     {
@@ -370,18 +347,16 @@ TEST(TextDrawing, GivesANewImageThatTheCallerDoesNotOwn)
     EXPECT_EQ(weak, nullptr);
 }
 
-TEST(TextDrawing, LeavesTheGivenImageAlone)
+TEST_F(TextDrawing, LeavesTheGivenImageAlone)
 {
-    const InjectedPhone phone;
     const auto image = patternedImage({60, 60}, 2);
     const Picture before = pictureOf(image);
     stamp("31", image, dayPoint);
     EXPECT_EQ(pictureOf(image), before);
 }
 
-TEST(TextDrawing, LetsGoOfTextAndImage)
+TEST_F(TextDrawing, LetsGoOfTextAndImage)
 {
-    const InjectedPhone phone;
     const auto image = plainImage({30, 20}, 2, black);
     const auto longText = adopt(NSString::alloc()->initWithUTF8String("a text that is long enough to be an object"));
     {
@@ -392,9 +367,8 @@ TEST(TextDrawing, LetsGoOfTextAndImage)
     EXPECT_EQ(retainCount(longText), 1U);
 }
 
-TEST(TextDrawing, HoldsTextAndImageWhileItDraws)
+TEST_F(TextDrawing, HoldsTextAndImageWhileItDraws)
 {
-    const InjectedPhone phone;
     static const auto image = plainImage({30, 20}, 2, black);
     static const auto longText = adopt(NSString::alloc()->initWithUTF8String("a text that is long enough to be an object"));
     static NSUInteger counts[2];
@@ -407,9 +381,8 @@ TEST(TextDrawing, HoldsTextAndImageWhileItDraws)
     EXPECT_THAT(counts, ElementsAre(2U, 2U));
 }
 
-TEST(TextDrawing, LeavesNoContextBehind)
+TEST_F(TextDrawing, LeavesNoContextBehind)
 {
-    const InjectedPhone phone;
     ASSERT_EQ(simulator::currentGraphicsContext(), nullptr);
     stamp("31", plainImage({30, 20}, 2, black), dayPoint);
     EXPECT_EQ(simulator::currentGraphicsContext(), nullptr);
@@ -417,9 +390,8 @@ TEST(TextDrawing, LeavesNoContextBehind)
     EXPECT_EQ(simulator::currentGraphicsContext(), nullptr);
 }
 
-TEST(TextDrawing, LeavesTheCurrentContextAsItWas)
+TEST_F(TextDrawing, LeavesTheCurrentContextAsItWas)
 {
-    const InjectedPhone phone;
     UIGraphicsBeginImageContextWithOptions({10, 10}, NO, 2);
     const auto bitmap = simulator::currentGraphicsContext()->bitmap;
     UIColor::blackColor()->set();
@@ -436,15 +408,13 @@ TEST(TextDrawing, LeavesTheCurrentContextAsItWas)
 
 // The two functions
 
-TEST(TextDrawing, IsTwoFunctions)
+TEST_F(TextDrawing, IsTwoFunctions)
 {
-    const InjectedPhone phone;
     EXPECT_NE(exported(functionNames[0]), exported(functionNames[1]));
 }
 
-TEST(TextDrawing, GivesTheSamePixelsByEitherFunction)
+TEST_F(TextDrawing, GivesTheSamePixelsByEitherFunction)
 {
-    const InjectedPhone phone;
     const auto image = patternedImage({60, 60}, 2);
     for (const char* utf8 : {"", "7", "31", "a longer text in several lines"}) {
         for (const CGPoint point : {dayPoint, CGPoint{12.5, 7.5}}) {
@@ -455,9 +425,8 @@ TEST(TextDrawing, GivesTheSamePixelsByEitherFunction)
     }
 }
 
-TEST(TextDrawing, GivesNothingForNoImageByTheSecondFunctionToo)
+TEST_F(TextDrawing, GivesNothingForNoImageByTheSecondFunctionToo)
 {
-    const InjectedPhone phone;
     EXPECT_EQ(exportedFunction<Stamp>(functionNames[1])(text("1"), nullptr, dayPoint), nullptr);
     EXPECT_EQ(simulator::currentGraphicsContext(), nullptr);
 }

@@ -149,9 +149,10 @@ int countOf(const std::vector<std::string>& messages, const std::string& message
 
 } // namespace
 
-TEST(WeatherService, IsAskedInAFixedOrder)
+using WeatherService = TestOn<InjectedPhone>;
+
+TEST_F(WeatherService, IsAskedInAFixedOrder)
 {
-    const InjectedPhone phone;
     takeNotes();
     EXPECT_THAT(messagesOfOneSentence(),
                 ElementsAre("WeatherLocationManager sharedWeatherLocationManager", "manager setLocationTrackingActive: YES",
@@ -166,30 +167,26 @@ TEST(WeatherService, IsAskedInAFixedOrder)
                             "temperature floatValue", "WeatherPreferences sharedPreferences", "preferences isCelsius"));
 }
 
-TEST(WeatherService, IsAskedForTheCityFiveTimes)
+TEST_F(WeatherService, IsAskedForTheCityFiveTimes)
 {
-    const InjectedPhone phone;
     takeNotes();
     EXPECT_EQ(countOf(messagesOfOneSentence(), "preferences localWeatherCity"), 5);
 }
 
-TEST(WeatherService, IsAskedForTheLocationManagerTwice)
+TEST_F(WeatherService, IsAskedForTheLocationManagerTwice)
 {
-    const InjectedPhone phone;
     takeNotes();
     EXPECT_EQ(countOf(messagesOfOneSentence(), "WeatherLocationManager sharedWeatherLocationManager"), 2);
 }
 
-TEST(WeatherService, IsAskedForTheUpdaterOnce)
+TEST_F(WeatherService, IsAskedForTheUpdaterOnce)
 {
-    const InjectedPhone phone;
     takeNotes();
     EXPECT_EQ(countOf(messagesOfOneSentence(), "LocationUpdater sharedLocationUpdater"), 1);
 }
 
-TEST(WeatherService, IsSwitchedOnByEverySentence)
+TEST_F(WeatherService, IsSwitchedOnByEverySentence)
 {
-    const InjectedPhone phone;
     takeNotes();
     messagesOfOneSentence();
     const auto again = messagesOfOneSentence();
@@ -197,25 +194,22 @@ TEST(WeatherService, IsSwitchedOnByEverySentence)
     EXPECT_EQ(countOf(again, "preferences setLocalWeatherEnabled: YES"), 1);
 }
 
-TEST(WeatherService, IsAskedTheSameEveryTime)
+TEST_F(WeatherService, IsAskedTheSameEveryTime)
 {
-    const InjectedPhone phone;
     takeNotes();
     const auto first = messagesOfOneSentence();
     EXPECT_EQ(messagesOfOneSentence(), first);
 }
 
-TEST(WeatherService, IsAskedForTheValueOfTheTemperatureInFahrenheitToo)
+TEST_F(WeatherService, IsAskedForTheValueOfTheTemperatureInFahrenheitToo)
 {
-    const InjectedPhone phone;
     takeNotes();
     answers.showsCelsius = NO;
     EXPECT_EQ(countOf(messagesOfOneSentence(), "temperature floatValue"), 1);
 }
 
-TEST(WeatherService, StaysSwitchedOn)
+TEST_F(WeatherService, StaysSwitchedOn)
 {
-    const InjectedPhone phone;
     sentenceText();
     const BOOL isTracking = send<"isLocationTrackingActive", BOOL>(WeatherLocationManager::sharedWeatherLocationManager());
     const BOOL isEnabled = send<"isLocalWeatherEnabled", BOOL>(WeatherPreferences::sharedPreferences());
@@ -225,18 +219,18 @@ TEST(WeatherService, StaysSwitchedOn)
 
 // What becomes of the answers
 
-TEST(WeatherSentence, ShowsTheTemperatureObjectAsItReadsInCelsius)
+using WeatherSentence = TestOn<InjectedPhone>;
+
+TEST_F(WeatherSentence, ShowsTheTemperatureObjectAsItReadsInCelsius)
 {
-    const InjectedPhone phone;
     takeNotes();
     answers.celsius = 12;
     answers.conditionCode = 26;
     EXPECT_EQ(sentenceText(), "It's a few° C and Cloudy.");
 }
 
-TEST(WeatherSentence, ShowsTheTemperatureObjectsValueInFahrenheit)
+TEST_F(WeatherSentence, ShowsTheTemperatureObjectsValueInFahrenheit)
 {
-    const InjectedPhone phone;
     takeNotes();
     answers.celsius = 12;
     answers.conditionCode = 26;
@@ -244,9 +238,8 @@ TEST(WeatherSentence, ShowsTheTemperatureObjectsValueInFahrenheit)
     EXPECT_EQ(sentenceText(), "It's 54° F and Cloudy.");
 }
 
-TEST(WeatherSentence, RoundsHalvesAwayFromZero)
+TEST_F(WeatherSentence, RoundsHalvesAwayFromZero)
 {
-    const InjectedPhone phone;
     takeNotes();
     answers.showsCelsius = NO;
     const std::pair<float, const char*> cases[] = {
@@ -265,9 +258,8 @@ TEST(WeatherSentence, RoundsHalvesAwayFromZero)
     }
 }
 
-TEST(WeatherSentence, HasNotAvailableForACityWithoutTemperatureAndCode)
+TEST_F(WeatherSentence, HasNotAvailableForACityWithoutTemperatureAndCode)
 {
-    const InjectedPhone phone;
     takeNotes();
     answers.temperature = nullptr;
     EXPECT_EQ(sentenceText(), "It's (null)° C and Not Available.");
@@ -275,18 +267,16 @@ TEST(WeatherSentence, HasNotAvailableForACityWithoutTemperatureAndCode)
     EXPECT_EQ(sentenceText(), "It's 32° F and Not Available.");
 }
 
-TEST(WeatherSentence, KeepsTheWordOfACityWithoutTemperature)
+TEST_F(WeatherSentence, KeepsTheWordOfACityWithoutTemperature)
 {
-    const InjectedPhone phone;
     simulator::setLocalWeather(simulator::LocalWeather{std::nullopt, 32});
     EXPECT_EQ(sentenceText(), "It's (null)° C and Sunny.");
     simulator::setShowsCelsius(false);
     EXPECT_EQ(sentenceText(), "It's 32° F and Sunny.");
 }
 
-TEST(WeatherSentence, LooksAtTheLow32BitsOfACodeAlone)
+TEST_F(WeatherSentence, LooksAtTheLow32BitsOfACodeAlone)
 {
-    const InjectedPhone phone;
     takeNotes();
     const std::pair<std::int64_t, const char*> cases[] = {
         {(std::int64_t{1} << 32) + 26, "Cloudy"},
@@ -308,18 +298,16 @@ TEST(WeatherSentence, LooksAtTheLow32BitsOfACodeAlone)
     }
 }
 
-TEST(WeatherSentence, IsANewStringEveryTime)
+TEST_F(WeatherSentence, IsANewStringEveryTime)
 {
-    const InjectedPhone phone;
     NSString* const first = sentence();
     NSString* const second = sentence();
     EXPECT_NE(first, second);
     EXPECT_EQ(textOf(first), textOf(second));
 }
 
-TEST(WeatherSentence, IsAutoreleased)
+TEST_F(WeatherSentence, IsAutoreleased)
 {
-    const InjectedPhone phone;
     id weak = nullptr;
     {
         const AutoreleasePool pool;
@@ -331,9 +319,8 @@ TEST(WeatherSentence, IsAutoreleased)
     EXPECT_EQ(weak, nullptr);
 }
 
-TEST(WeatherSentence, FollowsTheWeatherBetweenTwoCalls)
+TEST_F(WeatherSentence, FollowsTheWeatherBetweenTwoCalls)
 {
-    const InjectedPhone phone;
     simulator::setLocalWeather(simulator::LocalWeather{"21", 26});
     EXPECT_EQ(sentenceText(), "It's 21° C and Cloudy.");
     simulator::setLocalWeather(simulator::LocalWeather{"-3", 16});
@@ -342,9 +329,8 @@ TEST(WeatherSentence, FollowsTheWeatherBetweenTwoCalls)
     EXPECT_EQ(sentenceText(), "It's 27° F and Snow.");
 }
 
-TEST(WeatherSentence, HasADegreeSignOfOneCharacter)
+TEST_F(WeatherSentence, HasADegreeSignOfOneCharacter)
 {
-    const InjectedPhone phone;
     simulator::setLocalWeather(simulator::LocalWeather{"7", 32});
     NSString* const made = sentence();
     ASSERT_EQ(textOf(made), "It's 7\u00B0 C and Sunny.");
@@ -355,9 +341,10 @@ TEST(WeatherSentence, HasADegreeSignOfOneCharacter)
 
 // Condition words
 
-TEST(ConditionWords, AreExportedUnderTheirNames)
+using ConditionWords = TestOn<InjectedPhone>;
+
+TEST_F(ConditionWords, AreExportedUnderTheirNames)
 {
-    const InjectedPhone phone;
     constexpr std::pair<const char*, const char*> words[] = {
         {"stormString", "Storm"},
         {"hurricaneString", "Hurricane"},
@@ -389,18 +376,16 @@ TEST(ConditionWords, AreExportedUnderTheirNames)
         EXPECT_EQ(textOf(exportedVariable(name)), word) << name;
 }
 
-TEST(ConditionWords, ShowInTheNextSentenceWhenTheyAreChanged)
+TEST_F(ConditionWords, ShowInTheNextSentenceWhenTheyAreChanged)
 {
-    const InjectedPhone phone;
     exportedVariable<NSString>("cloudyString") = NSString::alloc()->initWithUTF8String("Grey");
     simulator::setLocalWeather(simulator::LocalWeather{"21", 26});
     EXPECT_EQ(sentenceText(), "It's 21° C and Grey.");
 }
 
-TEST(ConditionWords, EachBelongToCodesOfTheirOwn)
+TEST_F(ConditionWords, EachBelongToCodesOfTheirOwn)
 {
     // The variables are told apart even where their texts are alike.
-    const InjectedPhone phone;
     const std::pair<const char*, std::set<long>> codesOfWords[] = {
         {"stormString", {1}},
         {"hurricaneString", {2}},
@@ -443,9 +428,8 @@ TEST(ConditionWords, EachBelongToCodesOfTheirOwn)
     }
 }
 
-TEST(ConditionWords, LeaveTheSentenceWithoutAWordWhenTheVariableIsEmptied)
+TEST_F(ConditionWords, LeaveTheSentenceWithoutAWordWhenTheVariableIsEmptied)
 {
-    const InjectedPhone phone;
     exportedVariable<NSString>("cloudyString") = nullptr;
     simulator::setLocalWeather(simulator::LocalWeather{"21", 26});
     EXPECT_EQ(sentenceText(), "It's 21° C and (null).");
@@ -453,15 +437,15 @@ TEST(ConditionWords, LeaveTheSentenceWithoutAWordWhenTheVariableIsEmptied)
 
 // Class handles
 
-TEST(WeatherClasses, AreNotLookedUpAtLoad)
+using WeatherClasses = TestOn<InjectedPhone>;
+
+TEST_F(WeatherClasses, AreNotLookedUpAtLoad)
 {
-    const InjectedPhone phone;
     EXPECT_EQ(lookupsOf("WeatherPreferences"), 0);
 }
 
-TEST(WeatherClasses, AreLookedUpOnce)
+TEST_F(WeatherClasses, AreLookedUpOnce)
 {
-    const InjectedPhone phone;
     sentenceText();
     sentenceText();
     EXPECT_EQ(lookupsOf("WeatherLocationManager"), 1);
@@ -470,9 +454,8 @@ TEST(WeatherClasses, AreLookedUpOnce)
     EXPECT_EQ(lookupsOf("City"), 0);
 }
 
-TEST(WeatherClasses, AreLookedUpAtEveryUseWhileTheyAreMissing)
+TEST_F(WeatherClasses, AreLookedUpAtEveryUseWhileTheyAreMissing)
 {
-    const InjectedPhone phone;
     hideClass("WeatherLocationManager");
     hideClass("LocationUpdater");
     sentenceText();
@@ -482,25 +465,22 @@ TEST(WeatherClasses, AreLookedUpAtEveryUseWhileTheyAreMissing)
     EXPECT_EQ(lookupsOf("WeatherPreferences"), 1);
 }
 
-TEST(WeatherClasses, AreUsedFromTheMomentTheyAppear)
+TEST_F(WeatherClasses, AreUsedFromTheMomentTheyAppear)
 {
-    const InjectedPhone phone;
     hideClass("WeatherPreferences");
     EXPECT_EQ(sentenceText(), "It's 32° F and Not Available.");
     showClass("WeatherPreferences");
     EXPECT_EQ(sentenceText(), "It's 21° C and Cloudy.");
 }
 
-TEST(WeatherClasses, GiveTheEmptySentenceWithoutPreferences)
+TEST_F(WeatherClasses, GiveTheEmptySentenceWithoutPreferences)
 {
-    const InjectedPhone phone;
     hideClass("WeatherPreferences");
     EXPECT_EQ(sentenceText(), "It's 32° F and Not Available.");
 }
 
-TEST(WeatherClasses, AreNotNeededForTheLocation)
+TEST_F(WeatherClasses, AreNotNeededForTheLocation)
 {
-    const InjectedPhone phone;
     hideClass("WeatherLocationManager");
     takeNotes();
     answers.conditionCode = 26;
@@ -508,9 +488,8 @@ TEST(WeatherClasses, AreNotNeededForTheLocation)
     EXPECT_EQ(countOf(messagesOfOneSentence(), "updater updateWeatherForLocation:city: nil city"), 1);
 }
 
-TEST(WeatherClasses, AreNotNeededForTheUpdate)
+TEST_F(WeatherClasses, AreNotNeededForTheUpdate)
 {
-    const InjectedPhone phone;
     hideClass("LocationUpdater");
     takeNotes();
     answers.conditionCode = 26;
@@ -518,9 +497,8 @@ TEST(WeatherClasses, AreNotNeededForTheUpdate)
     EXPECT_EQ(countOf(messagesOfOneSentence(), "city update"), 1);
 }
 
-TEST(WeatherClasses, MayAllBeMissing)
+TEST_F(WeatherClasses, MayAllBeMissing)
 {
-    const InjectedPhone phone;
     hideClass("WeatherLocationManager");
     hideClass("WeatherPreferences");
     hideClass("LocationUpdater");

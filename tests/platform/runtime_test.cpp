@@ -266,9 +266,10 @@ TEST(StrongSlot, HasNoDestructor)
     EXPECT_TRUE(std::is_trivially_destructible_v<Strong<NSObject>>);
 }
 
-TEST(WeakSlot, DoesNotRetain)
+using WeakSlot = TestOn<Phone>;
+
+TEST_F(WeakSlot, DoesNotRetain)
 {
-    const Phone phone;
     const Owned<Mortal> object = mortal();
     Weak<Mortal> slot;
     slot = object.get();
@@ -277,9 +278,8 @@ TEST(WeakSlot, DoesNotRetain)
     slot = nullptr;
 }
 
-TEST(WeakSlot, ReadsNilOnceTheObjectIsGone)
+TEST_F(WeakSlot, ReadsNilOnceTheObjectIsGone)
 {
-    const Phone phone;
     Weak<Mortal> slot;
     {
         const Owned<Mortal> object = mortal();
@@ -288,9 +288,8 @@ TEST(WeakSlot, ReadsNilOnceTheObjectIsGone)
     EXPECT_EQ(slot.load().get(), nullptr);
 }
 
-TEST(WeakSlot, KeepsTheObjectAliveForAsLongAsTheResultLives)
+TEST_F(WeakSlot, KeepsTheObjectAliveForAsLongAsTheResultLives)
 {
-    const Phone phone;
     Weak<Mortal> slot;
     Owned<Mortal> object = mortal(1);
     slot = object.get();
@@ -300,9 +299,8 @@ TEST(WeakSlot, KeepsTheObjectAliveForAsLongAsTheResultLives)
     EXPECT_EQ(retainCount(loaded), 1U);
 }
 
-TEST(WeakSlot, FollowsTheLastAssignment)
+TEST_F(WeakSlot, FollowsTheLastAssignment)
 {
-    const Phone phone;
     const Owned<Mortal> second = mortal(2);
     Weak<Mortal> slot;
     {
@@ -314,9 +312,8 @@ TEST(WeakSlot, FollowsTheLastAssignment)
     slot = nullptr;
 }
 
-TEST(WeakSlot, IsOneOfAnyNumber)
+TEST_F(WeakSlot, IsOneOfAnyNumber)
 {
-    const Phone phone;
     Weak<Mortal> slots[3];
     {
         const Owned<Mortal> object = mortal();
@@ -327,9 +324,8 @@ TEST(WeakSlot, IsOneOfAnyNumber)
         EXPECT_EQ(slot.load().get(), nullptr);
 }
 
-TEST(WeakSlot, ReadsNilFromTheMomentTheObjectsEndBegins)
+TEST_F(WeakSlot, ReadsNilFromTheMomentTheObjectsEndBegins)
 {
-    const Phone phone;
     static Weak<NSObject> slot;
     static bool wasNil = false;
     struct WatcherIvars {};

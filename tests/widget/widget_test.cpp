@@ -67,9 +67,10 @@ void watchViews()
 
 // The class
 
-TEST(WidgetClass, IsAViewWithTwoOwnedVariables)
+using WidgetClass = TestOn<RegionalPhone>;
+
+TEST_F(WidgetClass, IsAViewWithTwoOwnedVariables)
 {
-    const RegionalPhone phone;
     const Class cls = objc_getClass("SVWidget");
     EXPECT_STREQ(class_getName(class_getSuperclass(cls)), "UIView");
     const Ivar cal = class_getInstanceVariable(cls, "cal");
@@ -82,9 +83,8 @@ TEST(WidgetClass, IsAViewWithTwoOwnedVariables)
     EXPECT_EQ(class_getInstanceSize(cls), static_cast<std::size_t>(ivar_getOffset(weather)) + sizeof(id));
 }
 
-TEST(WidgetClass, DeclaresItsMethodsByTheirTypes)
+TEST_F(WidgetClass, DeclaresItsMethodsByTheirTypes)
 {
-    const RegionalPhone phone;
     const auto encoding = [](SEL selector) {
         return std::string(method_getTypeEncoding(class_getInstanceMethod(objc_getClass("SVWidget"), selector)));
     };
@@ -96,9 +96,8 @@ TEST(WidgetClass, DeclaresItsMethodsByTheirTypes)
     EXPECT_EQ(encoding(selector<"hideALL">()), "v@:");
 }
 
-TEST(WidgetClass, AdoptsTheCalendarsDelegateProtocolAndAnswersNothingOfIt)
+TEST_F(WidgetClass, AdoptsTheCalendarsDelegateProtocolAndAnswersNothingOfIt)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     objc_protocol* const protocol = objc_getProtocol("APLCalendarDelegate");
     ASSERT_NE(protocol, nullptr);
@@ -110,17 +109,17 @@ TEST(WidgetClass, AdoptsTheCalendarsDelegateProtocolAndAnswersNothingOfIt)
         EXPECT_FALSE(widget->respondsToSelector(name)) << sel_getName(name);
 }
 
-TEST(WidgetClass, AdoptsAProtocolThatAdoptsTheBaseOne)
+TEST_F(WidgetClass, AdoptsAProtocolThatAdoptsTheBaseOne)
 {
-    const RegionalPhone phone;
     EXPECT_EQ(protocol_conformsToProtocol(objc_getProtocol("APLCalendarDelegate"), objc_getProtocol("NSObject")), YES);
 }
 
 // A new widget
 
-TEST(NewWidget, HoldsAHiddenCalendarThatTakesNoTouches)
+using NewWidget = TestOn<RegionalPhone>;
+
+TEST_F(NewWidget, HoldsAHiddenCalendarThatTakesNoTouches)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     UIView* const calendar = calendarOf(widget);
     EXPECT_EQ(classNameOf(calendar), "APLCalendar");
@@ -131,22 +130,19 @@ TEST(NewWidget, HoldsAHiddenCalendarThatTakesNoTouches)
     EXPECT_EQ(widget->frame(), area);
 }
 
-TEST(NewWidget, IsItsCalendarsDelegate)
+TEST_F(NewWidget, IsItsCalendarsDelegate)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     EXPECT_EQ((send<"delegate", NSObject*>(calendarOf(widget))), widget.get());
 }
 
-TEST(NewWidget, HasNoWeatherCard)
+TEST_F(NewWidget, HasNoWeatherCard)
 {
-    const RegionalPhone phone;
     EXPECT_EQ(cardOf(newWidget()), nullptr);
 }
 
-TEST(NewWidget, IsNothingWhenTheViewIsNothing)
+TEST_F(NewWidget, IsNothingWhenTheViewIsNothing)
 {
-    const RegionalPhone phone;
     static UIView* (*initView)(UIView*, SEL, CGRect);
     static int others;
     initView = simulator::replaceMethod<"initWithFrame:">(
@@ -160,9 +156,8 @@ TEST(NewWidget, IsNothingWhenTheViewIsNothing)
     EXPECT_EQ(others, 0) << "no calendar is made";
 }
 
-TEST(NewWidget, KeepsItsCalendarAsSubviewAndInItsVariable)
+TEST_F(NewWidget, KeepsItsCalendarAsSubviewAndInItsVariable)
 {
-    const RegionalPhone phone;
     const AutoreleasePool pool;
     const auto widget = newWidget();
     UIView* const calendar = calendarOf(widget);
@@ -174,9 +169,8 @@ TEST(NewWidget, KeepsItsCalendarAsSubviewAndInItsVariable)
     EXPECT_EQ(retainCount(calendar), 1U);
 }
 
-TEST(NewWidget, ReplacesItsCalendarWhenItIsLoadedAgain)
+TEST_F(NewWidget, ReplacesItsCalendarWhenItIsLoadedAgain)
 {
-    const RegionalPhone phone;
     Owned<UIView> first;
     const auto widget = newWidget();
     {
@@ -194,42 +188,39 @@ TEST(NewWidget, ReplacesItsCalendarWhenItIsLoadedAgain)
 
 // The calendar
 
-TEST(WidgetCalendar, StandsTwentyFivePointsAboveTheMiddleOfTheFrame)
+using WidgetCalendar = TestOn<RegionalPhone>;
+
+TEST_F(WidgetCalendar, StandsTwentyFivePointsAboveTheMiddleOfTheFrame)
 {
-    const RegionalPhone phone;
     EXPECT_EQ(calendarCentreIn(CGRect::make(0, 0, 320, 300)), (CGPoint{160, 125}));
     EXPECT_EQ(calendarCentreIn(CGRect::make(0, 0, 320, 568)), (CGPoint{160, 259}));
     EXPECT_EQ(calendarCentreIn(CGRect::make(0, 0, 0, 0)), (CGPoint{0, -25}));
 }
 
-TEST(WidgetCalendar, IsPushedByTheOriginOfTheFrame)
+TEST_F(WidgetCalendar, IsPushedByTheOriginOfTheFrame)
 {
-    const RegionalPhone phone;
     EXPECT_EQ(calendarCentreIn(CGRect::make(20, 100, 280, 300)), (CGPoint{160, 225}));
     EXPECT_EQ(calendarCentreIn(CGRect::make(-40, -60, 321, 301)), (CGPoint{120.5, 65.5}));
 }
 
-TEST(WidgetCalendar, IgnoresTheOriginOfTheBounds)
+TEST_F(WidgetCalendar, IgnoresTheOriginOfTheBounds)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     widget->setBounds(CGRect::make(50, 60, 320, 300));
     send<"showCalendar">(widget.get());
     EXPECT_EQ(calendarOf(widget)->center(), (CGPoint{160, 125}));
 }
 
-TEST(WidgetCalendar, KeepsItsSizeAndIsShown)
+TEST_F(WidgetCalendar, KeepsItsSizeAndIsShown)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     send<"showCalendar">(widget.get());
     EXPECT_EQ(calendarOf(widget)->frame(), CGRect::make(0, -35, 320, 320));
     EXPECT_FALSE(calendarOf(widget)->isHidden());
 }
 
-TEST(WidgetCalendar, FollowsTheFrameWhenItIsShownAgain)
+TEST_F(WidgetCalendar, FollowsTheFrameWhenItIsShownAgain)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     send<"showCalendar">(widget.get());
     widget->setFrame(CGRect::make(0, 0, 320, 500));
@@ -240,9 +231,10 @@ TEST(WidgetCalendar, FollowsTheFrameWhenItIsShownAgain)
 
 // The weather card
 
-TEST(WidgetWeather, IsAHiddenGreenCardAsLargeAsTheWidget)
+using WidgetWeather = TestOn<RegionalPhone>;
+
+TEST_F(WidgetWeather, IsAHiddenGreenCardAsLargeAsTheWidget)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget(CGRect::make(20, 100, 280, 300));
     send<"loadWeather">(widget.get());
     UIView* const card = cardOf(widget);
@@ -253,9 +245,8 @@ TEST(WidgetWeather, IsAHiddenGreenCardAsLargeAsTheWidget)
     EXPECT_THAT(subviewsOf(widget), ElementsAre(calendarOf(widget), card));
 }
 
-TEST(WidgetWeather, SaysNowInWhite)
+TEST_F(WidgetWeather, SaysNowInWhite)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     send<"loadWeather">(widget.get());
     const auto views = subviewsOf(cardOf(widget));
@@ -271,9 +262,8 @@ TEST(WidgetWeather, SaysNowInWhite)
     EXPECT_EQ(colourOf(send<"backgroundColor", UIColor*>(label)), (Colour{0, 0, 0, 0}));
 }
 
-TEST(WidgetWeather, IsOwnedByTheWidgetAndItsLabelByTheCardAlone)
+TEST_F(WidgetWeather, IsOwnedByTheWidgetAndItsLabelByTheCardAlone)
 {
-    const RegionalPhone phone;
     Owned<UIView> card, label;
     {
         const AutoreleasePool pool;
@@ -290,9 +280,8 @@ TEST(WidgetWeather, IsOwnedByTheWidgetAndItsLabelByTheCardAlone)
     EXPECT_EQ(retainCount(label), 1U);
 }
 
-TEST(WidgetWeather, CoversTheWidgetWhenItIsShown)
+TEST_F(WidgetWeather, CoversTheWidgetWhenItIsShown)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget(CGRect::make(20, 100, 280, 300));
     send<"loadWeather">(widget.get());
     widget->setFrame(CGRect::make(10, 10, 300, 200));
@@ -302,9 +291,8 @@ TEST(WidgetWeather, CoversTheWidgetWhenItIsShown)
     EXPECT_FALSE(cardOf(widget)->isHidden());
 }
 
-TEST(WidgetWeather, FollowsTheBoundsAndNotTheFrame)
+TEST_F(WidgetWeather, FollowsTheBoundsAndNotTheFrame)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     send<"loadWeather">(widget.get());
     widget->setBounds(CGRect::make(5, 6, 320, 300));
@@ -312,9 +300,8 @@ TEST(WidgetWeather, FollowsTheBoundsAndNotTheFrame)
     EXPECT_EQ(cardOf(widget)->frame(), CGRect::make(5, 6, 320, 300));
 }
 
-TEST(WidgetWeather, IsMadeAnewWhenItIsLoadedAgain)
+TEST_F(WidgetWeather, IsMadeAnewWhenItIsLoadedAgain)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     send<"loadWeather">(widget.get());
     const Owned<UIView> first(cardOf(widget));
@@ -323,9 +310,8 @@ TEST(WidgetWeather, IsMadeAnewWhenItIsLoadedAgain)
     EXPECT_EQ(cardOf(widget)->superview(), widget.get());
 }
 
-TEST(WidgetWeather, ShownWithoutACardChangesNothing)
+TEST_F(WidgetWeather, ShownWithoutACardChangesNothing)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     send<"showWeather">(widget.get());
     EXPECT_EQ(cardOf(widget), nullptr);
@@ -335,9 +321,10 @@ TEST(WidgetWeather, ShownWithoutACardChangesNothing)
 
 // One face and the other
 
-TEST(WidgetFaces, DoNotHideOneAnother)
+using WidgetFaces = TestOn<RegionalPhone>;
+
+TEST_F(WidgetFaces, DoNotHideOneAnother)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     send<"loadWeather">(widget.get());
     send<"showCalendar">(widget.get());
@@ -350,9 +337,8 @@ TEST(WidgetFaces, DoNotHideOneAnother)
     EXPECT_FALSE(cardOf(widget)->isHidden());
 }
 
-TEST(WidgetFaces, AreBothHiddenTogether)
+TEST_F(WidgetFaces, AreBothHiddenTogether)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     send<"loadWeather">(widget.get());
     send<"showCalendar">(widget.get());
@@ -362,9 +348,8 @@ TEST(WidgetFaces, AreBothHiddenTogether)
     EXPECT_TRUE(cardOf(widget)->isHidden());
 }
 
-TEST(WidgetFaces, AreHiddenCalendarFirst)
+TEST_F(WidgetFaces, AreHiddenCalendarFirst)
 {
-    const RegionalPhone phone;
     static std::vector<id> hidden;
     static void (*setHidden)(UIView*, SEL, BOOL);
     const auto widget = newWidget();
@@ -379,9 +364,8 @@ TEST(WidgetFaces, AreHiddenCalendarFirst)
     EXPECT_THAT(hidden, ElementsAre(calendarOf(widget), cardOf(widget)));
 }
 
-TEST(WidgetFaces, ThatAreAbsentArePassedOver)
+TEST_F(WidgetFaces, ThatAreAbsentArePassedOver)
 {
-    const RegionalPhone phone;
     const auto widget = newWidget();
     send<"showCalendar">(widget.get());
     send<"hideALL">(widget.get());
@@ -399,9 +383,10 @@ TEST(WidgetFaces, ThatAreAbsentArePassedOver)
 
 // The end
 
-TEST(WidgetEnd, ReleasesTheCardAndThenTheCalendar)
+using WidgetEnd = TestOn<RegionalPhone>;
+
+TEST_F(WidgetEnd, ReleasesTheCardAndThenTheCalendar)
 {
-    const RegionalPhone phone;
     watchViews();
     {
         const AutoreleasePool pool;
@@ -415,9 +400,8 @@ TEST(WidgetEnd, ReleasesTheCardAndThenTheCalendar)
     EXPECT_THAT(gone, ElementsAre("card", "calendar"));
 }
 
-TEST(WidgetEnd, TakesItsChildrenAlong)
+TEST_F(WidgetEnd, TakesItsChildrenAlong)
 {
-    const RegionalPhone phone;
     watchViews();
     {
         const AutoreleasePool pool;
@@ -428,9 +412,8 @@ TEST(WidgetEnd, TakesItsChildrenAlong)
     EXPECT_THAT(watched, IsEmpty());
 }
 
-TEST(WidgetEnd, LeavesACalendarThatOutlivesItWithoutADelegate)
+TEST_F(WidgetEnd, LeavesACalendarThatOutlivesItWithoutADelegate)
 {
-    const RegionalPhone phone;
     Owned<UIView> calendar;
     {
         const AutoreleasePool pool;
