@@ -2,9 +2,9 @@
 include_guard()
 
 file(GLOB simulator_sources CONFIGURE_DEPENDS
-    simulator/runtime/*.cpp simulator/runtime/macho/*.cpp simulator/runtime/macho/*.S simulator/foundation/*.cpp
-    simulator/graphics/*.cpp simulator/quartzcore/*.cpp
-    simulator/uikit/*.cpp simulator/springboard/*.cpp simulator/services/*.cpp)
+    simulator/runtime/*.cpp simulator/graphics/*.cpp simulator/foundation/*.cpp
+    simulator/loader/*.cpp simulator/loader/macho/*.cpp simulator/loader/macho/*.S
+    simulator/quartzcore/*.cpp simulator/services/*.cpp simulator/uikit/*.cpp simulator/springboard/*.cpp)
 file(GLOB console_sources CONFIGURE_DEPENDS simulator/console/*.cpp)
 
 # An object library, so that every entry point of the platform is in each process that links it.

@@ -8,7 +8,7 @@
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/foundation/system_log.hpp"
-#include "simulator/runtime/injection.hpp"
+#include "simulator/loader/injection.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 
 using namespace simulator;

@@ -12,7 +12,7 @@
 #include "platform/UIKit/UIImage.hpp"
 #include "platform/runtime/each.hpp"
 #include "simulator/foundation/strings.hpp"
-#include "simulator/runtime/injection.hpp"
+#include "simulator/loader/injection.hpp"
 
 namespace simulator {
 

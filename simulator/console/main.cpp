@@ -20,7 +20,7 @@
 #include "simulator/console/words.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/system_log.hpp"
-#include "simulator/runtime/injection.hpp"
+#include "simulator/loader/injection.hpp"
 #include "simulator/services/darwin_notifications.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 

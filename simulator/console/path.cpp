@@ -10,7 +10,7 @@
 #include "simulator/console/invoke.hpp"
 #include "simulator/console/numbers.hpp"
 #include "simulator/foundation/strings.hpp"
-#include "simulator/runtime/injection.hpp"
+#include "simulator/loader/injection.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 
 namespace simulator {

@@ -7,7 +7,7 @@
 #include "platform/runtime/Encoding.hpp"
 #include "platform/runtime/objc.hpp"
 #include "simulator/foundation/system_log.hpp"
-#include "simulator/runtime/Image.hpp"
+#include "simulator/loader/Image.hpp"
 #include "tests/support/Phone.hpp"
 
 /// Libraries in the phone's own form, injected from the phone's file tree.

@@ -8,7 +8,7 @@
 #include "simulator/foundation/clock.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/system_log.hpp"
-#include "simulator/runtime/injection.hpp"
+#include "simulator/loader/injection.hpp"
 #include "simulator/services/darwin_notifications.hpp"
 
 Phone::Phone(const simulator::ScreenSize& screen)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/runtime/macho/MachOFile.hpp"
+#include "simulator/loader/macho/MachOFile.hpp"
 
 namespace simulator::macho {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/runtime/macho/Bytes.hpp"
+#include "simulator/loader/macho/Bytes.hpp"
 
 namespace simulator::macho {
 

@@ -1,4 +1,4 @@
-#include "simulator/runtime/macho/MachOFile.hpp"
+#include "simulator/loader/macho/MachOFile.hpp"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -8,7 +8,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "simulator/runtime/macho/CodeSignature.hpp"
+#include "simulator/loader/macho/CodeSignature.hpp"
 
 namespace simulator::macho {
 

@@ -1,6 +1,6 @@
 #if !defined(__arm__)
 
-#include "simulator/runtime/macho/unwind_tables.hpp"
+#include "simulator/loader/macho/unwind_tables.hpp"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "simulator/runtime/Image.hpp"
+#include "simulator/loader/Image.hpp"
 
 #include <dlfcn.h>
 #include <elf.h>
@@ -7,8 +7,8 @@
 #include <mutex>
 #include <stdexcept>
 
-#include "simulator/runtime/macho/MachOImage.hpp"
-#include "simulator/runtime/macho/phone_entry_points.hpp"
+#include "simulator/loader/macho/MachOImage.hpp"
+#include "simulator/loader/macho/phone_entry_points.hpp"
 
 namespace simulator {
 

@@ -1,4 +1,4 @@
-#include "simulator/runtime/macho/CodeSignature.hpp"
+#include "simulator/loader/macho/CodeSignature.hpp"
 
 #include <algorithm>
 #include <glib.h>

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "simulator/runtime/Image.hpp"
+#include "simulator/loader/Image.hpp"
 
 /// The loader that injects libraries into SpringBoard.
 namespace simulator {

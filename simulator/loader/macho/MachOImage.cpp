@@ -1,4 +1,4 @@
-#include "simulator/runtime/macho/MachOImage.hpp"
+#include "simulator/loader/macho/MachOImage.hpp"
 
 #include <algorithm>
 #include <dlfcn.h>
@@ -8,8 +8,8 @@
 #include <set>
 #include <sys/mman.h>
 
-#include "simulator/runtime/macho/phone_entry_points.hpp"
-#include "simulator/runtime/macho/unwind_tables.hpp"
+#include "simulator/loader/macho/phone_entry_points.hpp"
+#include "simulator/loader/macho/unwind_tables.hpp"
 
 namespace simulator {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "simulator/runtime/macho/Bytes.hpp"
-#include "simulator/runtime/macho/format.hpp"
+#include "simulator/loader/macho/Bytes.hpp"
+#include "simulator/loader/macho/format.hpp"
 
 namespace simulator::macho {
 

@@ -1,4 +1,4 @@
-#include "simulator/runtime/injection.hpp"
+#include "simulator/loader/injection.hpp"
 
 #include <algorithm>
 #include <cstdio>

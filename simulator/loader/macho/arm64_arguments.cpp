@@ -1,6 +1,6 @@
 #if defined(__aarch64__)
 
-#include "simulator/runtime/macho/arm64_arguments.hpp"
+#include "simulator/loader/macho/arm64_arguments.hpp"
 
 #include <bit>
 #include <cstdarg>
@@ -13,7 +13,7 @@
 #include "platform/Foundation/NSString.hpp"
 #include "platform/Substrate/MSHookMessageEx.hpp"
 #include "platform/runtime/objc.hpp"
-#include "simulator/runtime/macho/made_code.hpp"
+#include "simulator/loader/macho/made_code.hpp"
 
 extern "C" {
 void NSLogv(NSString* format, va_list arguments);

@@ -1,6 +1,6 @@
 #if defined(__arm__)
 
-#include "simulator/runtime/macho/armv7_calls.hpp"
+#include "simulator/loader/macho/armv7_calls.hpp"
 
 #include <bit>
 #include <cstdint>
@@ -14,8 +14,8 @@
 #include "platform/Substrate/MSHookMessageEx.hpp"
 #include "platform/runtime/objc.hpp"
 #include "platform/runtime/send.hpp"
-#include "simulator/runtime/macho/made_code.hpp"
-#include "simulator/runtime/macho/phone_entry_points.hpp"
+#include "simulator/loader/macho/made_code.hpp"
+#include "simulator/loader/macho/phone_entry_points.hpp"
 
 extern "C" {
 int objc_alignof_type(const char* type);

@@ -1,4 +1,4 @@
-#include "simulator/runtime/macho/made_code.hpp"
+#include "simulator/loader/macho/made_code.hpp"
 
 #include <algorithm>
 #include <cstdio>

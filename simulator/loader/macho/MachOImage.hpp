@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <vector>
 
-#include "simulator/runtime/Image.hpp"
-#include "simulator/runtime/macho/MachOFile.hpp"
+#include "simulator/loader/Image.hpp"
+#include "simulator/loader/macho/MachOFile.hpp"
 
 namespace simulator {
 

@@ -3,8 +3,8 @@
 
 #include "platform/runtime/dlopen.hpp"
 #include "simulator/foundation/phone_root.hpp"
-#include "simulator/runtime/Image.hpp"
-#include "simulator/runtime/macho/MachOImage.hpp"
+#include "simulator/loader/Image.hpp"
+#include "simulator/loader/macho/MachOImage.hpp"
 
 /// Stands in front of the machine's dlopen: a path of the phone that a library of the phone asks for is looked up in the
 /// phone's file tree. Everything else goes to the machine's.

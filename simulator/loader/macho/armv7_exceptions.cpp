@@ -1,6 +1,6 @@
 #if defined(__arm__)
 
-#include "simulator/runtime/macho/armv7_exceptions.hpp"
+#include "simulator/loader/macho/armv7_exceptions.hpp"
 
 #include <algorithm>
 #include <array>
@@ -10,8 +10,8 @@
 #include <optional>
 #include <vector>
 
-#include "simulator/runtime/macho/made_code.hpp"
-#include "simulator/runtime/macho/unwind_tables.hpp"
+#include "simulator/loader/macho/made_code.hpp"
+#include "simulator/loader/macho/unwind_tables.hpp"
 
 namespace simulator {
 

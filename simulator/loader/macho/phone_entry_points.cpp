@@ -1,4 +1,4 @@
-#include "simulator/runtime/macho/phone_entry_points.hpp"
+#include "simulator/loader/macho/phone_entry_points.hpp"
 
 #include <cstdint>
 #include <cstdio>
@@ -9,12 +9,12 @@
 
 #include "platform/runtime/objc.hpp"
 #include "platform/runtime/send.hpp"
-#include "simulator/runtime/macho/made_code.hpp"
+#include "simulator/loader/macho/made_code.hpp"
 #if defined(__aarch64__)
-#include "simulator/runtime/macho/arm64_arguments.hpp"
+#include "simulator/loader/macho/arm64_arguments.hpp"
 #elif defined(__arm__)
-#include "simulator/runtime/macho/armv7_calls.hpp"
-#include "simulator/runtime/macho/armv7_exceptions.hpp"
+#include "simulator/loader/macho/armv7_calls.hpp"
+#include "simulator/loader/macho/armv7_exceptions.hpp"
 #endif
 
 #if !defined(__arm__)
