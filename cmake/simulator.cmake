@@ -1,14 +1,23 @@
 # The phone on a desk: a SpringBoard process that libraries are injected into, and the tool that posts notifications to it.
 include_guard()
+include(${CMAKE_CURRENT_LIST_DIR}/phone_architecture.cmake)
 
 file(GLOB simulator_sources CONFIGURE_DEPENDS
     simulator/runtime/*.cpp simulator/graphics/*.cpp simulator/foundation/*.cpp
-    simulator/loader/*.cpp simulator/loader/macho/*.cpp simulator/loader/macho/*.S
+    simulator/loader/*.cpp simulator/loader/macho/*.cpp
     simulator/quartzcore/*.cpp simulator/services/*.cpp simulator/uikit/*.cpp simulator/springboard/*.cpp)
 file(GLOB console_sources CONFIGURE_DEPENDS simulator/console/*.cpp)
 
+# The Mach-O reader has a folder for each processor, and one for what those of 64 bits share.
+set(processor_folders simulator/loader/macho/${phone_architecture})
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    list(APPEND processor_folders simulator/loader/macho/64_bit)
+endif()
+list(TRANSFORM processor_folders APPEND /*.cpp OUTPUT_VARIABLE processor_patterns)
+file(GLOB processor_sources CONFIGURE_DEPENDS ${processor_patterns} simulator/loader/macho/${phone_architecture}/*.S)
+
 # An object library, so that every entry point of the platform is in each process that links it.
-add_library(simulator OBJECT ${simulator_sources})
+add_library(simulator OBJECT ${simulator_sources} ${processor_sources})
 target_link_libraries(simulator PUBLIC platform PkgConfig::pango PkgConfig::libical PkgConfig::icu ${CMAKE_DL_LIBS})
 # Classes are looked up by name, so the linker sees no use of Foundation.
 target_link_options(simulator PUBLIC -Wl,--no-as-needed)

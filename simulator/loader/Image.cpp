@@ -8,7 +8,7 @@
 #include <stdexcept>
 
 #include "simulator/loader/macho/MachOImage.hpp"
-#include "simulator/loader/macho/phone_entry_points.hpp"
+#include "simulator/loader/macho/Processor.hpp"
 
 namespace simulator {
 
@@ -93,7 +93,7 @@ const Image& openImage(const std::filesystem::path& file)
 
 std::filesystem::path fileOfCode(const void* code)
 {
-    const void* const own = implementationBehind(code);
+    const void* const own = macho::thisProcessor.implementationBehind(code);
     const std::lock_guard lock(images().mutex);
     for (const auto& [path, image] : images().opened) {
         const auto* const library = dynamic_cast<const MachOImage*>(image.get());

@@ -63,10 +63,9 @@ public:
         offset_ += std::strlen(found) + 1;
         return found;
     }
-    /// An unsigned LEB128 number; what does not fit is cut off.
-    std::uint64_t number() { return digits().value; }
-    /// A signed LEB128 number.
-    std::int64_t signedNumber()
+    /// What does not fit is cut off.
+    std::uint64_t uleb128() { return digits().value; }
+    std::int64_t sleb128()
     {
         auto [value, bits, last] = digits();
         if (bits < 64 && (last & 0x40) != 0)

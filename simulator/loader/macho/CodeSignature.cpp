@@ -10,27 +10,39 @@ namespace simulator::macho {
 
 namespace {
 
-enum BlobMagic : std::uint32_t {
-    embeddedSignature = 0xfade0cc0,
-    codeDirectory = 0xfade0c02,
+enum : std::uint32_t {
+    CSMAGIC_EMBEDDED_SIGNATURE = 0xfade0cc0,
+    CSMAGIC_CODEDIRECTORY = 0xfade0c02,
 };
 
-enum Slot : std::uint32_t {
-    codeDirectorySlot = 0,
-    lastSpecialSlot = 7,
-    firstAlternateCodeDirectorySlot = 0x1000,
-    lastAlternateCodeDirectorySlot = 0x1004,
+enum : std::uint32_t {
+    CSSLOT_CODEDIRECTORY = 0,
+    CSSLOT_DER_ENTITLEMENTS = 7,
+    CSSLOT_ALTERNATE_CODEDIRECTORIES = 0x1000,
+    CSSLOT_ALTERNATE_CODEDIRECTORY_LIMIT = 0x1005,
 };
 
-/// The fields of a code directory, by their offsets.
-enum Field : std::size_t {
-    hashOffsetField = 16,
-    specialSlotCountField = 24,
-    codeSlotCountField = 28,
-    codeLimitField = 32,
-    hashSizeField = 36,
-    hashTypeField = 37,
-    pageShiftField = 39,
+enum : std::uint8_t {
+    CS_HASHTYPE_SHA1 = 1,
+    CS_HASHTYPE_SHA256 = 2,
+};
+
+/// The beginning of a code directory; its numbers are big-endian.
+struct CS_CodeDirectory {
+    std::uint32_t magic;
+    std::uint32_t length;
+    std::uint32_t version;
+    std::uint32_t flags;
+    std::uint32_t hashOffset;
+    std::uint32_t identOffset;
+    std::uint32_t nSpecialSlots;
+    std::uint32_t nCodeSlots;
+    std::uint32_t codeLimit;
+    std::uint8_t hashSize;
+    std::uint8_t hashType;
+    std::uint8_t platform;
+    /// The exponent of a power of two.
+    std::uint8_t pageSize;
 };
 
 struct HashType {
@@ -41,9 +53,9 @@ struct HashType {
 HashType hashTypeNumbered(std::uint8_t number)
 {
     switch (number) {
-    case 1:
+    case CS_HASHTYPE_SHA1:
         return {G_CHECKSUM_SHA1, 20};
-    case 2:
+    case CS_HASHTYPE_SHA256:
         return {G_CHECKSUM_SHA256, 32};
     default:
         throw std::runtime_error("its code signature uses an unknown hash");
@@ -78,7 +90,7 @@ Bytes blobAt(Bytes bytes, std::size_t offset)
 /// The blobs of a signature by their slots.
 Blobs blobsOf(Bytes signature)
 {
-    if (signature.bigEndianAt(0) != embeddedSignature)
+    if (signature.bigEndianAt(0) != CSMAGIC_EMBEDDED_SIGNATURE)
         throw std::runtime_error("its code signature is damaged");
     const Bytes super = blobAt(signature, 0);
     Blobs blobs;
@@ -90,20 +102,20 @@ Blobs blobsOf(Bytes signature)
 
 void verify(Bytes directory, Bytes code, const Blobs& blobs)
 {
-    if (directory.bigEndianAt(0) != codeDirectory)
+    if (directory.bigEndianAt(0) != CSMAGIC_CODEDIRECTORY)
         throw std::runtime_error("its code signature is damaged");
-    const HashType type = hashTypeNumbered(directory.at<std::uint8_t>(hashTypeField));
-    if (directory.at<std::uint8_t>(hashSizeField) != type.size)
+    const HashType type = hashTypeNumbered(directory.at<std::uint8_t>(offsetof(CS_CodeDirectory, hashType)));
+    if (directory.at<std::uint8_t>(offsetof(CS_CodeDirectory, hashSize)) != type.size)
         throw std::runtime_error("its code signature is damaged");
-    if (directory.bigEndianAt(codeLimitField) != code.size())
+    if (directory.bigEndianAt(offsetof(CS_CodeDirectory, codeLimit)) != code.size())
         throw std::runtime_error("its code signature does not cover the whole of it");
 
-    const std::size_t hashes = directory.bigEndianAt(hashOffsetField);
+    const std::size_t hashes = directory.bigEndianAt(offsetof(CS_CodeDirectory, hashOffset));
     constexpr std::uint8_t pageShift = 12;
     constexpr std::size_t page = std::size_t{1} << pageShift;
-    if (directory.at<std::uint8_t>(pageShiftField) != pageShift)
+    if (directory.at<std::uint8_t>(offsetof(CS_CodeDirectory, pageSize)) != pageShift)
         throw std::runtime_error("its code signature is for pages of another size");
-    const std::size_t pageCount = directory.bigEndianAt(codeSlotCountField);
+    const std::size_t pageCount = directory.bigEndianAt(offsetof(CS_CodeDirectory, nCodeSlots));
     if (pageCount != (code.size() + page - 1) / page)
         throw std::runtime_error("its code signature does not cover the whole of it");
     for (std::size_t i = 0; i < pageCount; ++i) {
@@ -113,8 +125,8 @@ void verify(Bytes directory, Bytes code, const Blobs& blobs)
     }
 
     // The hashes of the other blobs stand before the pages', the first slot's last. A slot without a blob is all zeros.
-    const std::uint32_t specialCount = directory.bigEndianAt(specialSlotCountField);
-    for (std::uint32_t slot = 1; slot <= std::max<std::uint32_t>(specialCount, lastSpecialSlot); ++slot) {
+    const std::uint32_t specialCount = directory.bigEndianAt(offsetof(CS_CodeDirectory, nSpecialSlots));
+    for (std::uint32_t slot = 1; slot <= std::max<std::uint32_t>(specialCount, CSSLOT_DER_ENTITLEMENTS); ++slot) {
         const auto found = blobs.find(slot);
         if (slot > specialCount && found == blobs.end())
             continue;
@@ -132,11 +144,12 @@ void verifyCodeSignature(Bytes slice, std::size_t signatureOffset, std::size_t s
 {
     const Bytes code = slice.part(0, signatureOffset);
     const Blobs blobs = blobsOf(slice.part(signatureOffset, signatureSize));
-    const auto first = blobs.find(codeDirectorySlot);
-    if (first == blobs.end() || first->second.at<std::uint8_t>(hashTypeField) != 1)
+    const auto first = blobs.find(CSSLOT_CODEDIRECTORY);
+    if (first == blobs.end() || first->second.at<std::uint8_t>(offsetof(CS_CodeDirectory, hashType)) != CS_HASHTYPE_SHA1)
         throw std::runtime_error("it has no SHA-1 code directory");
     for (const auto& [slot, blob] : blobs) {
-        if (slot == codeDirectorySlot || (slot >= firstAlternateCodeDirectorySlot && slot <= lastAlternateCodeDirectorySlot))
+        if (slot == CSSLOT_CODEDIRECTORY ||
+            (slot >= CSSLOT_ALTERNATE_CODEDIRECTORIES && slot < CSSLOT_ALTERNATE_CODEDIRECTORY_LIMIT))
             verify(blob, code, blobs);
     }
 }

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "simulator/loader/macho/CodeSignature.hpp"
+#include "simulator/loader/macho/Processor.hpp"
 
 namespace simulator::macho {
 
@@ -35,15 +36,15 @@ Pages readOnly(const std::filesystem::path& path)
 /// The slice of a file for several processors, or the whole of a file for one.
 Bytes sliceForThisProcessor(Bytes file)
 {
-    if (file.bigEndianAt(0) == fatMagic) {
-        const std::uint32_t count = file.bigEndianAt(offsetof(FatHeader, sliceCount));
+    if (file.bigEndianAt(0) == FAT_MAGIC) {
+        const std::uint32_t count = file.bigEndianAt(offsetof(fat_header, nfat_arch));
         for (std::uint32_t i = 0; i < count; ++i) {
-            const std::size_t slice = sizeof(FatHeader) + i * sizeof(FatSlice);
-            if (file.bigEndianAt(slice + offsetof(FatSlice, cpuType)) == thisCpu)
-                return file.part(file.bigEndianAt(slice + offsetof(FatSlice, offset)),
-                                 file.bigEndianAt(slice + offsetof(FatSlice, size)));
+            const std::size_t slice = sizeof(fat_header) + i * sizeof(fat_arch);
+            if (file.bigEndianAt(slice + offsetof(fat_arch, cputype)) == thisProcessor.cputype)
+                return file.part(file.bigEndianAt(slice + offsetof(fat_arch, offset)),
+                                 file.bigEndianAt(slice + offsetof(fat_arch, size)));
         }
-    } else if (file.at<std::uint32_t>(0) == magic && file.at<Header>(0).cpuType == thisCpu) {
+    } else if (file.at<std::uint32_t>(0) == magicOfThisSize && file.at<mach_header>(0).cputype == thisProcessor.cputype) {
         return file;
     }
     throw std::runtime_error("it is not for this machine's processor");
@@ -79,53 +80,53 @@ Pages::~Pages()
 MachOFile::MachOFile(const std::filesystem::path& path)
     : file_(readOnly(path)), slice_(sliceForThisProcessor({file_.data(), file_.size()}))
 {
-    const auto header = slice_.at<Header>(0);
-    if (header.magic != magic || header.fileType != dynamicLibrary)
+    const auto header = slice_.at<mach_header>(0);
+    if (header.magic != magicOfThisSize || header.filetype != MH_DYLIB)
         throw std::runtime_error("it is not a dynamic library");
 
-    FileRange signature{};
+    linkedit_data_command signature{};
     std::size_t offset = headerSize;
-    for (std::uint32_t i = 0; i < header.commandCount; ++i) {
-        const auto command = slice_.at<LoadCommand>(offset);
-        if (command.size < sizeof command || offset + command.size > headerSize + header.commandsSize)
+    for (std::uint32_t i = 0; i < header.ncmds; ++i) {
+        const auto command = slice_.at<load_command>(offset);
+        if (command.cmdsize < sizeof command || offset + command.cmdsize > headerSize + header.sizeofcmds)
             throw std::runtime_error("its load commands are damaged");
-        switch (command.kind) {
-        case segmentKind:
+        switch (command.cmd) {
+        case segmentOfThisSize:
             readSegment(offset);
             break;
         case LC_LOAD_DYLIB:
         case LC_LOAD_WEAK_DYLIB:
         case LC_REEXPORT_DYLIB:
         case LC_LOAD_UPWARD_DYLIB:
-            libraries_.emplace_back(slice_.textAt(offset + slice_.at<LibraryCommand>(offset).nameOffset));
+            libraries_.emplace_back(slice_.textAt(offset + slice_.at<dylib_command>(offset).name));
             break;
         case LC_DYLD_INFO_ONLY:
-            info_ = slice_.at<DyldInfoCommand>(offset);
+            info_ = slice_.at<dyld_info_command>(offset);
             break;
         case LC_CODE_SIGNATURE:
-            signature = slice_.at<LinkEditDataCommand>(offset).data;
+            signature = slice_.at<linkedit_data_command>(offset);
             break;
         default:
             break;
         }
-        offset += command.size;
+        offset += command.cmdsize;
     }
     if (segments_.empty())
         throw std::runtime_error("it has no segments");
-    if (signature.size == 0)
+    if (signature.datasize == 0)
         throw std::runtime_error("it has no code signature");
-    verifyCodeSignature(slice_, signature.offset, signature.size);
+    verifyCodeSignature(slice_, signature.dataoff, signature.datasize);
 }
 
 void MachOFile::readSegment(std::size_t offset)
 {
-    const auto segment = slice_.at<SegmentCommand>(offset);
-    slice_.part(segment.fileOffset, segment.fileSize);
-    if (segment.fileSize > segment.memorySize)
+    const auto segment = slice_.at<segment_command>(offset);
+    slice_.part(segment.fileoff, segment.filesize);
+    if (segment.filesize > segment.vmsize)
         throw std::runtime_error("a segment is larger than its memory");
     segments_.push_back(segment);
-    for (std::uint32_t i = 0; i < segment.sectionCount; ++i)
-        sections_.push_back(slice_.at<Section>(offset + sizeof segment + i * sizeof(Section)));
+    for (std::uint32_t i = 0; i < segment.nsects; ++i)
+        sections_.push_back(slice_.at<section>(offset + sizeof segment + i * sizeof(section)));
 }
 
 } // namespace simulator::macho

@@ -36,26 +36,25 @@ public:
     explicit MachOFile(const std::filesystem::path& path);
 
     Bytes slice() const { return slice_; }
-    const std::vector<SegmentCommand>& segments() const { return segments_; }
-    const std::vector<Section>& sections() const { return sections_; }
+    const std::vector<segment_command>& segments() const { return segments_; }
+    const std::vector<section>& sections() const { return sections_; }
     /// The names of the libraries whose symbols it uses, in the order in which its instructions count them, from 1.
     const std::vector<std::string>& libraries() const { return libraries_; }
 
-    Bytes rebaseInstructions() const { return part(info_.rebase); }
-    Bytes bindInstructions() const { return part(info_.bind); }
-    Bytes lazyBindInstructions() const { return part(info_.lazyBind); }
-    Bytes exportsTrie() const { return part(info_.exports); }
+    Bytes rebaseInstructions() const { return slice_.part(info_.rebase_off, info_.rebase_size); }
+    Bytes bindInstructions() const { return slice_.part(info_.bind_off, info_.bind_size); }
+    Bytes lazyBindInstructions() const { return slice_.part(info_.lazy_bind_off, info_.lazy_bind_size); }
+    Bytes exportsTrie() const { return slice_.part(info_.export_off, info_.export_size); }
 
 private:
-    Bytes part(FileRange range) const { return slice_.part(range.offset, range.size); }
     void readSegment(std::size_t offset);
 
     Pages file_;
     Bytes slice_;
-    std::vector<SegmentCommand> segments_;
-    std::vector<Section> sections_;
+    std::vector<segment_command> segments_;
+    std::vector<section> sections_;
     std::vector<std::string> libraries_;
-    DyldInfoCommand info_{};
+    dyld_info_command info_{};
 };
 
 } // namespace simulator::macho

@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <utility>
 
-namespace simulator {
+namespace simulator::macho {
 
 namespace {
 
@@ -59,4 +59,4 @@ const void* functionBehind(const void* code)
     return found != madeCode().functions.end() ? found->second : code;
 }
 
-} // namespace simulator
+} // namespace simulator::macho

@@ -12,18 +12,9 @@
 /// - on arm64 the variable arguments of a call all lie on the stack, so `stringWithFormat:` and `NSLog` find them there;
 /// - on armv7 ("iOS ABI Function Call Guide", Apple) a number of 64 bits is aligned like one of 32, the stack too, and r9 need
 ///   not be kept, so every call between the library and this machine goes through a frame that sees to all three.
-namespace simulator {
+namespace simulator::macho {
 
 /// The entry point of that name (a C name, without the underscore that symbols have); null when the machine's own will do.
 void* phoneEntryPoint(std::string_view name);
 
-/// For a function of this machine, what a library of the phone calls for it.
-void* callableByThePhone(void* function);
-/// For a function of a library of the phone, what this machine calls for it.
-void* callableByThisMachine(void* function);
-
-/// The implementation that a library of the phone gave, for one that needs code before it; any other code itself.
-/// For the address to which a function of this machine returns, the place in the library that called it.
-const void* implementationBehind(const void* code);
-
-} // namespace simulator
+} // namespace simulator::macho

@@ -1,6 +1,4 @@
-#if defined(__arm__)
-
-#include "simulator/loader/macho/armv7_calls.hpp"
+#include "simulator/loader/macho/armv7/calls.hpp"
 
 #include <bit>
 #include <cstdint>
@@ -15,7 +13,6 @@
 #include "platform/runtime/objc.hpp"
 #include "platform/runtime/send.hpp"
 #include "simulator/loader/macho/made_code.hpp"
-#include "simulator/loader/macho/phone_entry_points.hpp"
 
 extern "C" {
 int objc_alignof_type(const char* type);
@@ -149,7 +146,7 @@ void* makeCrossing(void (*frame)(), void* function, const ArgumentWords& argumen
     const auto* const crossing = new Crossing{function, arguments};
     const std::uint32_t code[] = {loadIpFromBehind, branchToWhatIsBehind, std::bit_cast<Word>(crossing),
                                   std::bit_cast<Word>(frame)};
-    return simulator::makeCode(code, function);
+    return simulator::macho::makeCode(code, function);
 }
 
 IMP methodOfThePhone(IMP implementation, const char* types)
@@ -250,7 +247,7 @@ extern "C" {
 }
 }
 
-namespace simulator {
+namespace simulator::macho::armv7 {
 
 void* callableByThePhone(void* function)
 {
@@ -267,12 +264,12 @@ const void* implementationBehind(const void* code)
     return code == phoneCallsThisMachineReturns ? lastCaller : functionBehind(code);
 }
 
-BOOL addMethodOfThePhone(Class cls, SEL selector, IMP implementation, const char* types)
+BOOL addMethod(Class cls, SEL selector, IMP implementation, const char* types)
 {
     return class_addMethod(cls, selector, methodOfThePhone(implementation, types), types);
 }
 
-void hookMessageForThePhone(Class cls, SEL selector, IMP replacement, IMP* previous)
+void hookMessage(Class cls, SEL selector, IMP replacement, IMP* previous)
 {
     const Method method = cls == nullptr ? nullptr : class_getInstanceMethod(cls, selector);
     if (method == nullptr)
@@ -283,14 +280,12 @@ void hookMessageForThePhone(Class cls, SEL selector, IMP replacement, IMP* previ
         *previous = methodOfThisMachine(*previous, types);
 }
 
-void addObserverOfThePhone(CFNotificationCenterRef center, const void* observer, CFNotificationCallback callback, NSString* name,
-                           const void* object, CFNotificationSuspensionBehavior suspensionBehavior)
+void addObserver(CFNotificationCenterRef center, const void* observer, CFNotificationCallback callback, NSString* name,
+                 const void* object, CFNotificationSuspensionBehavior suspensionBehavior)
 {
     auto* const callable = callableByThisMachine(reinterpret_cast<void*>(callback));
     CFNotificationCenterAddObserver(center, observer, reinterpret_cast<CFNotificationCallback>(callable), name, object,
                                     suspensionBehavior);
 }
 
-} // namespace simulator
-
-#endif
+} // namespace simulator::macho::armv7

@@ -1,6 +1,4 @@
-#if defined(__arm__)
-
-#include "simulator/loader/macho/armv7_exceptions.hpp"
+#include "simulator/loader/macho/armv7/exceptions.hpp"
 
 #include <algorithm>
 #include <array>
@@ -11,9 +9,8 @@
 #include <vector>
 
 #include "simulator/loader/macho/made_code.hpp"
-#include "simulator/loader/macho/unwind_tables.hpp"
 
-namespace simulator {
+namespace simulator::macho::armv7 {
 
 /// What a function with clean-ups registers.
 struct FunctionContext {
@@ -48,22 +45,22 @@ std::optional<CleanUp> cleanUpOf(const FunctionContext& context)
     constexpr std::size_t unknownSize = 0x10000;
     if (context.callSite < 1 || context.tables == nullptr)
         return std::nullopt;
-    const macho::Bytes tables(context.tables, unknownSize);
-    macho::Reader reader(tables);
+    const Bytes tables(context.tables, unknownSize);
+    Reader reader(tables);
     if (reader.byte() != omitted)
         return std::nullopt;
     if (reader.byte() != omitted)
-        reader.number();
+        reader.uleb128();
     [[maybe_unused]] const std::uint8_t encoding = reader.byte();
-    const std::size_t size = reader.number();
+    const std::size_t size = reader.uleb128();
     const std::size_t actions = reader.offset() + size;
     for (std::int32_t site = 1; reader.offset() < actions; ++site) {
-        const auto number = static_cast<std::int32_t>(reader.number());
-        const std::size_t action = reader.number();
+        const auto number = static_cast<std::int32_t>(reader.uleb128());
+        const std::size_t action = reader.uleb128();
         if (site != context.callSite)
             continue;
         // Numbers from 1 count the actions' bytes.
-        const std::int64_t selector = action == 0 ? 0 : macho::Reader(tables, actions + action - 1).signedNumber();
+        const std::int64_t selector = action == 0 ? 0 : Reader(tables, actions + action - 1).sleb128();
         return CleanUp{number, static_cast<std::uint32_t>(selector)};
     }
     return std::nullopt;
@@ -145,11 +142,11 @@ _Unwind_Reason_Code unwindPhoneFrame(_Unwind_State state, _Unwind_Control_Block*
     return _URC_CONTINUE_UNWIND;
 }
 
-std::vector<std::byte> macho::registerUnwindTables(const MachOFile& file, const std::byte* start)
+std::vector<std::byte> registerUnwindTables(const MachOFile& file, const std::byte* start)
 {
     Word end = 0;
-    for (const SegmentCommand& segment : file.segments())
-        end = std::max(end, segment.address + segment.memorySize);
+    for (const segment_command& segment : file.segments())
+        end = std::max(end, segment.vmaddr + segment.vmsize);
 
     // The unwinder's tables reach no farther than half of the memory: the way to the personality is beside them.
     constexpr std::uint32_t branchToWhatIsBehind = 0xe51ff004;
@@ -166,15 +163,15 @@ std::vector<std::byte> macho::registerUnwindTables(const MachOFile& file, const 
     return {};
 }
 
-} // namespace simulator
+} // namespace simulator::macho::armv7
 
 /// Stands in front of the machine's, which the unwinder asks for the table with the function at an address.
 extern "C" [[gnu::visibility("default")]] _Unwind_Ptr __gnu_Unwind_Find_exidx(_Unwind_Ptr address, int* count)
 {
     static const auto machines =
         reinterpret_cast<_Unwind_Ptr (*)(_Unwind_Ptr, int*)>(dlsym(RTLD_NEXT, "__gnu_Unwind_Find_exidx"));
-    const std::lock_guard lock(simulator::unwindTables().mutex);
-    for (const auto& [start, end, entry] : simulator::unwindTables().tables) {
+    const std::lock_guard lock(simulator::macho::armv7::unwindTables().mutex);
+    for (const auto& [start, end, entry] : simulator::macho::armv7::unwindTables().tables) {
         if (start <= address && address < end) {
             *count = 1;
             return entry;
@@ -182,5 +179,3 @@ extern "C" [[gnu::visibility("default")]] _Unwind_Ptr __gnu_Unwind_Find_exidx(_U
     }
     return machines(address, count);
 }
-
-#endif

@@ -2,7 +2,6 @@
 //
 // Each looks the method up with the arguments kept aside and goes on in it with the arguments in place. For a result of
 // less than 32 bits it comes back to extend it. A send to nil gives zero in every register that results come back in.
-#if defined(__aarch64__)
 
     .text
 
@@ -56,7 +55,7 @@
 
 FUNCTION phone_objc_msgSend
     cbz     x0, .Lsend_to_nil
-    LOOK_UP phoneSendTarget
+    LOOK_UP phoneVariadicSendTarget
     cbnz    x17, .Lcall_and_extend
     br      x16
 END_OF_FUNCTION phone_objc_msgSend
@@ -119,7 +118,5 @@ FUNCTION phoneLog
     mov     x1, sp
     b       phoneLogArguments
 END_OF_FUNCTION phoneLog
-
-#endif
 
     .section .note.GNU-stack, "", %progbits

@@ -2,7 +2,6 @@
 //
 // Each looks the method up with the arguments kept aside and goes on in it with the arguments in place. For a result of
 // less than 32 bits it comes back to extend it. A send to nil gives zero in every register that results come back in.
-#if defined(__x86_64__)
 
     .text
 
@@ -142,7 +141,5 @@ FUNCTION phone_send_to_nil
     xorps   %xmm1, %xmm1
     ret
 END_OF_FUNCTION phone_send_to_nil
-
-#endif
 
     .section .note.GNU-stack, "", %progbits

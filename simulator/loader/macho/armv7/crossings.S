@@ -3,7 +3,6 @@
 // Each has a function arrange the arguments below itself, aligned as this machine demands, and calls the function that this
 // one gives. It keeps every register that either side may expect to be kept, so that an exception which has passed the frames
 // of a library finds them here.
-#if defined(__arm__)
 
     .syntax unified
     .arch   armv7-a
@@ -58,7 +57,5 @@
     FRAME   phone_objc_msgSendSuper, arrangeSendToSuper
     FRAME   phone_objc_msgSendSuper_stret, arrangeSendToSuperForStructure
     FRAME   phoneLog, arrangeLog
-
-#endif
 
     .section .note.GNU-stack, "", %progbits

@@ -1,66 +1,23 @@
-#if defined(__aarch64__)
-
-#include "simulator/loader/macho/arm64_arguments.hpp"
+#include "simulator/loader/macho/arm64/small_arguments.hpp"
 
 #include <bit>
-#include <cstdarg>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
 #include <vector>
 
-#include "platform/Foundation/NSString.hpp"
 #include "platform/Substrate/MSHookMessageEx.hpp"
 #include "platform/runtime/objc.hpp"
 #include "simulator/loader/macho/made_code.hpp"
 
 extern "C" {
-void NSLogv(NSString* format, va_list arguments);
 const char* objc_skip_argspec(const char* type);
 const char* objc_skip_type_qualifiers(const char* type);
 int objc_sizeof_type(const char* type);
-
-[[gnu::visibility("hidden")]] void phoneStringWithFormat();
 }
 
-namespace {
-
-/// The machine's list of variable arguments ("Procedure Call Standard for the Arm 64-bit Architecture"). With nothing left in
-/// the areas of saved registers, every argument comes from the stack, in 8 bytes each: there the phone's callers put them.
-struct ArgumentList {
-    void* stack;
-    void* generalTop = nullptr;
-    void* vectorTop = nullptr;
-    int generalOffset = 0;
-    int vectorOffset = 0;
-};
-
-va_list& argumentsAt(ArgumentList& list)
-{
-    static_assert(sizeof(va_list) == sizeof(ArgumentList));
-    return reinterpret_cast<va_list&>(list);
-}
-
-} // namespace
-
-// For the assembly.
-extern "C" {
-[[gnu::visibility("hidden")]] NSString* phoneStringWithFormatArguments(Class cls, SEL, NSString* format, void* stack)
-{
-    ArgumentList list{stack};
-    NSString* const text = send<"alloc", NSString*>(cls);
-    return send<"autorelease", NSString*>(send<"initWithFormat:arguments:", NSString*>(text, format, argumentsAt(list)));
-}
-
-[[gnu::visibility("hidden")]] void phoneLogArguments(NSString* format, void* stack)
-{
-    ArgumentList list{stack};
-    NSLogv(format, argumentsAt(list));
-}
-}
-
-namespace simulator {
+namespace simulator::macho::arm64 {
 
 namespace {
 
@@ -142,24 +99,16 @@ IMP withExtendedArguments(IMP implementation, const char* types)
 
 } // namespace
 
-IMP variadicBridge(SEL name)
-{
-    static const SEL stringWithFormat = ::selector<"stringWithFormat:">();
-    return name == stringWithFormat ? &phoneStringWithFormat : nullptr;
-}
-
-BOOL addMethodOfThePhone(Class cls, SEL selector, IMP implementation, const char* types)
+BOOL addMethod(Class cls, SEL selector, IMP implementation, const char* types)
 {
     return class_addMethod(cls, selector, withExtendedArguments(implementation, types), types);
 }
 
-void hookMessageForThePhone(Class cls, SEL selector, IMP replacement, IMP* previous)
+void hookMessage(Class cls, SEL selector, IMP replacement, IMP* previous)
 {
     const Method method = cls == nullptr ? nullptr : class_getInstanceMethod(cls, selector);
     if (method != nullptr)
         MSHookMessageEx(cls, selector, withExtendedArguments(replacement, method_getTypeEncoding(method)), previous);
 }
 
-} // namespace simulator
-
-#endif
+} // namespace simulator::macho::arm64
