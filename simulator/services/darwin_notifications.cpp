@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "platform/Foundation/CFNotificationCenter.hpp"
+#include "simulator/foundation/Descriptor.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/strings.hpp"
 
@@ -39,27 +40,6 @@ std::vector<Observer>& observers()
     static auto& all = *new std::vector<Observer>;
     return all;
 }
-
-class Descriptor {
-public:
-    explicit Descriptor(int number = -1) : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    Descriptor& operator=(Descriptor&& other) noexcept
-    {
-        std::swap(number_, other.number_);
-        return *this;
-    }
-    ~Descriptor()
-    {
-        if (number_ >= 0)
-            ::close(number_);
-    }
-    int number() const { return number_; }
-    explicit operator bool() const { return number_ >= 0; }
-
-private:
-    int number_;
-};
 
 Descriptor& listener()
 {

@@ -1,6 +1,10 @@
 #include <cstring>
+#include <fstream>
 #include <gmock/gmock.h>
+#include <iterator>
 #include <stdexcept>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
 #include "platform/Foundation/NSString.hpp"
@@ -89,6 +93,31 @@ std::string fatFile(const std::string& library, std::uint32_t cpuType)
     for (std::size_t i = 0; i < std::size(fields); ++i)
         setNumberAt(fat, i * sizeof(std::uint32_t), __builtin_bswap32(fields[i]));
     return fat + std::string(page, '?') + library;
+}
+
+/// Keeps this process from using more memory than it does, but for what a few small objects take.
+class NoMemoryLeft {
+public:
+    NoMemoryLeft()
+    {
+        ::getrlimit(RLIMIT_AS, &before_);
+        rlim_t pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        constexpr rlim_t smallObjects = rlim_t{256} << 20;
+        const rlimit limit{pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + smallObjects, before_.rlim_max};
+        ::setrlimit(RLIMIT_AS, &limit);
+    }
+    NoMemoryLeft(const NoMemoryLeft&) = delete;
+    NoMemoryLeft& operator=(const NoMemoryLeft&) = delete;
+    ~NoMemoryLeft() { ::setrlimit(RLIMIT_AS, &before_); }
+
+private:
+    rlimit before_{};
+};
+
+auto openDescriptors()
+{
+    return std::distance(fs::directory_iterator("/proc/self/fd"), {});
 }
 
 #if defined(__arm__)
@@ -255,6 +284,22 @@ TEST(PhoneLibraryFile, IsRefusedWhenASymbolIsMissing)
 {
     EXPECT_THAT(complaintAbout(readFile(libraryWithAMissingSymbol)),
                 HasSubstr("the symbol _functionThatNoPhoneHas is missing in /usr/lib/libNoSuchLibrary.dylib"));
+}
+
+TEST(PhoneLibraryFile, IsClosedWhenThereIsNoMemoryForIt)
+{
+    constexpr std::uintmax_t damaged = 4096;
+    constexpr std::uintmax_t huge = std::uintmax_t{1} << 30;
+    const Phone phone;
+    const fs::path file = install(phone, phoneLibrary);
+    fs::resize_file(file, damaged);
+    fs::resize_file(file, huge);
+    const auto before = openDescriptors();
+    {
+        const NoMemoryLeft none;
+        EXPECT_THROW(simulator::openImage(file), std::runtime_error);
+    }
+    EXPECT_EQ(openDescriptors(), before);
 }
 
 // Calling

@@ -5,9 +5,9 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 
+#include "simulator/foundation/Descriptor.hpp"
 #include "simulator/loader/macho/CodeSignature.hpp"
 #include "simulator/loader/macho/Processor.hpp"
 
@@ -22,15 +22,13 @@ namespace {
 
 Pages readOnly(const std::filesystem::path& path)
 {
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0)
-        failWith(path.native());
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat status{};
-    Pages pages;
-    if (::fstat(descriptor, &status) == 0 && status.st_size > 0)
-        pages = Pages(static_cast<std::size_t>(status.st_size), PROT_READ, MAP_PRIVATE, descriptor);
-    ::close(descriptor);
-    return pages;
+    if (!file || ::fstat(file.number(), &status) != 0)
+        failWith("it cannot be read");
+    if (status.st_size == 0)
+        return {};
+    return {static_cast<std::size_t>(status.st_size), PROT_READ, MAP_PRIVATE, file.number()};
 }
 
 /// The slice of a file for several processors, or the whole of a file for one.
@@ -56,7 +54,7 @@ Pages::Pages(std::size_t size, int protection, int flags, int descriptor) : size
 {
     void* const mapped = ::mmap(nullptr, size, protection, flags, descriptor, 0);
     if (mapped == MAP_FAILED)
-        failWith("no memory");
+        failWith("it finds no memory");
     first_ = static_cast<std::byte*>(mapped);
 }
 

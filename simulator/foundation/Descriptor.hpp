@@ -1,0 +1,31 @@
+#pragma once
+
+#include <unistd.h>
+#include <utility>
+
+namespace simulator {
+
+/// Owns an open file descriptor, which it closes; -1 stands for none.
+class Descriptor {
+public:
+    explicit Descriptor(int number = -1) : number_(number) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept
+    {
+        std::swap(number_, other.number_);
+        return *this;
+    }
+    ~Descriptor()
+    {
+        if (number_ >= 0)
+            ::close(number_);
+    }
+
+    int number() const { return number_; }
+    explicit operator bool() const { return number_ >= 0; }
+
+private:
+    int number_;
+};
+
+} // namespace simulator
