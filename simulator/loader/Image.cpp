@@ -25,6 +25,18 @@ Images& images()
     return all;
 }
 
+template <class Form>
+std::unique_ptr<Form> load(const std::filesystem::path& file)
+{
+    try {
+        return std::make_unique<Form>(file);
+    } catch (const std::runtime_error& failure) {
+        // The machine's loader begins with the file of which it speaks, which may be another.
+        const std::string reason = failure.what();
+        throw std::runtime_error(reason.starts_with(file.native()) ? reason : file.native() + ": " + reason);
+    }
+}
+
 } // namespace
 
 const Image& openImage(const std::filesystem::path& file)
@@ -38,10 +50,10 @@ const Image& openImage(const std::filesystem::path& file)
     if (const auto found = opened.find(path); found != opened.end())
         return *found->second;
     if (!isMachO(path))
-        return *opened.emplace(path, std::make_unique<ElfImage>(path)).first->second;
+        return *opened.emplace(path, load<ElfImage>(path)).first->second;
 
     // An initialiser may ask for more libraries, this one among them.
-    auto library = std::make_unique<MachOImage>(path);
+    auto library = load<MachOImage>(path);
     MachOImage& image = *library;
     opened.emplace(path, std::move(library));
     image.runInitialisers();

@@ -25,9 +25,9 @@ public:
 };
 
 /// Loads the library in that file and runs its initialisers: a Mach-O library for this processor, as the phone's loader does,
-/// or one of the machine's own. A library that is loaded already is given again. Throws std::runtime_error with the reason
-/// when it cannot be loaded; nothing of it stays then. An exception out of an initialiser ends the process, as on the phone. An
-/// image lives until the process ends.
+/// or one of the machine's own. A library that is loaded already is given again. Throws std::runtime_error with the file's name
+/// and the reason when it cannot be loaded; nothing of it stays then. An exception out of an initialiser ends the process, as on
+/// the phone. An image lives until the process ends.
 const Image& openImage(const std::filesystem::path& file);
 
 /// The file of the library in which that code lies, empty when there is none; for an implementation of a method, the file of

@@ -56,7 +56,7 @@ void inject(const std::filesystem::path& library)
     try {
         injectedLibraries().push_back(&openImage(library));
     } catch (const std::runtime_error& reason) {
-        std::fprintf(stderr, "springboard: %s was not injected: %s\n", library.c_str(), reason.what());
+        std::fprintf(stderr, "springboard: %s was not injected: %s\n", library.filename().c_str(), reason.what());
     }
 }
 

@@ -23,6 +23,8 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
+using testing::ThrowsMessage;
 
 const fs::path phoneLibrary = fs::path(FIXTURE_FOLDER) / "phone_library.dylib";
 const fs::path libraryWithAMissingSymbol = fs::path(FIXTURE_FOLDER) / "phone_library_with_a_missing_symbol.dylib";
@@ -284,6 +286,21 @@ TEST(PhoneLibraryFile, IsRefusedWhenASymbolIsMissing)
 {
     EXPECT_THAT(complaintAbout(readFile(libraryWithAMissingSymbol)),
                 HasSubstr("the symbol _functionThatNoPhoneHas is missing in /usr/lib/libNoSuchLibrary.dylib"));
+}
+
+TEST(PhoneLibraryFile, IsNamedInTheReasonToRefuseIt)
+{
+    const Phone phone;
+    const fs::path file = fs::canonical(install(phone, phoneLibrary));
+    std::string unsuitable = readFile(phoneLibrary);
+    setNumberAt(unsuitable, 4, 8);
+    std::string changed = readFile(phoneLibrary);
+    changed[0x1008] ^= 1;
+    for (const std::string& contents :
+         {unsuitable, changed, changed.substr(0, 100), readFile(libraryWithAMissingSymbol), std::string("rubbish")}) {
+        writeFile(file, contents);
+        EXPECT_THAT([&] { simulator::openImage(file); }, ThrowsMessage<std::runtime_error>(StartsWith(file.native() + ": ")));
+    }
 }
 
 TEST(PhoneLibraryFile, IsClosedWhenThereIsNoMemoryForIt)
