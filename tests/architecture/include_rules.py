@@ -1,4 +1,7 @@
-"""Checks who includes whom: `include_rules.py SOURCE-FOLDER`."""
+"""Checks who includes whom: `include_rules.py SOURCE-FOLDER`.
+
+The rules are those that docs/architecture.md draws: the arrows of the library, and the table of the simulator's folders.
+"""
 
 import re
 import sys
@@ -6,61 +9,81 @@ from pathlib import Path
 
 FREESTANDING = {"cstddef", "cstdint", "type_traits", "concepts", "limits", "bit"}
 
-# The library's folders and platform: the only folders that each may include besides itself.
-ALLOWED = {
-    "core": {"lockscreen", "text", "calendar", "appstrip", "platform"},
-    "lockscreen": {"text", "appstrip", "platform"},
-    "text": {"calendar", "platform"},
-    "calendar": {"platform"},
-    "appstrip": {"text", "platform"},
-    "platform": set(),
-}
-LIBRARY = set(ALLOWED) - {"platform"}
+SOURCES = {".cpp", ".hpp", ".S"}
 
+ARROW = re.compile(r"^(\w+) +→ +(?:(\w+)|\{ (\w+(?:, \w+)*) \})", re.MULTILINE)
+ROOM = re.compile(r"^\| `(\w+)/` \|", re.MULTILINE)
 INCLUDE = re.compile(r'\s*#\s*(?:include|import)\s*([<"])([^>"]+)[>"]')
 CONDITION = re.compile(r"\s*#\s*(?:if|ifdef|ifndef|elif|else|endif)\b")
 
 
+def part_of(document, heading):
+    return document.split(f"\n## {heading}\n")[1].split("\n## ")[0]
+
+
+def library_rules(document):
+    """What each folder of the library, and platform, may include besides itself."""
+    arrows = {"platform": set()}
+    for folder, one, several in ARROW.findall(part_of(document, "Who may include whom")):
+        arrows.setdefault(folder, {"platform"}).update(several.split(", ") if several else [one])
+    for folder in set().union(*arrows.values()):
+        arrows.setdefault(folder, {"platform"})
+    return arrows
+
+
+def simulator_rules(document):
+    """The same for each folder of the simulator: those that the table names before it."""
+    rooms = ROOM.findall(part_of(document, "The simulator"))
+    return {
+        f"simulator/{room}": {"platform", *(f"simulator/{lower}" for lower in rooms[:storey])}
+        for storey, room in enumerate(rooms)
+    }
+
+
 def folder_of(path):
-    return path.split("/")[0]
+    """The folder that the rules know: of the simulator, one of its rooms."""
+    steps = Path(path).parts
+    return "/".join(steps[: 2 if steps[0] == "simulator" else 1])
 
 
-def library_fault(folder, bracket, path):
-    if bracket == "<":
-        return None if path in FREESTANDING else "is no free-standing header"
-    if folder_of(path) in ALLOWED[folder] | {folder}:
+def include_fault(folder, allowed, bracket, path):
+    if bracket == '"':
+        return None if folder_of(path) in allowed | {folder} else f"is not for {folder}/"
+    if folder.startswith("simulator/") or path in FREESTANDING:
         return None
-    return f"is not for {folder}/"
+    return "is no free-standing header"
 
 
-def simulator_fault(bracket, path):
-    if bracket == '"' and folder_of(path) not in {"simulator", "platform"}:
-        return "is not for simulator/"
-    return None
-
-
-def faults_in(source, folder):
+def faults_in(source, folder, allowed):
     for number, line in enumerate(source.read_text().splitlines(), 1):
         include = INCLUDE.match(line)
         if include:
-            fault = simulator_fault(*include.groups()) if folder == "simulator" else library_fault(folder, *include.groups())
+            fault = include_fault(folder, allowed, *include.groups())
             if fault:
                 yield number, f"{include.group(2)} {fault}"
-        elif folder in LIBRARY and CONDITION.match(line):
-            yield number, "the library is the same source everywhere"
+        elif folder != "platform" and CONDITION.match(line):
+            yield number, "the source is the same everywhere: what is for one processor is a file of its own"
 
 
 def main():
     root = Path(sys.argv[1])
-    count = 0
+    document = (root / "docs/architecture.md").read_text()
+    rules = library_rules(document) | simulator_rules(document)
     failures = 0
-    for folder in [*ALLOWED, "simulator"]:
-        for source in sorted((root / folder).rglob("*.[ch]pp")):
+
+    rooms = {f"simulator/{folder.name}" for folder in (root / "simulator").iterdir() if folder.is_dir()}
+    for folder in sorted(rooms ^ {folder for folder in rules if folder.startswith("simulator/")}):
+        failures += 1
+        print(f"{folder}: is not both a folder and in the table of docs/architecture.md")
+
+    count = 0
+    for folder, allowed in rules.items():
+        for source in sorted(path for path in (root / folder).rglob("*") if path.suffix in SOURCES):
             count += 1
-            for number, fault in faults_in(source, folder):
+            for number, fault in faults_in(source, folder, allowed):
                 failures += 1
                 print(f"{source.relative_to(root)}:{number}: {fault}")
-    print(f"{count} files, {failures} faults")
+    print(f"{len(rules)} folders, {count} files, {failures} faults")
     sys.exit(0 if count > 0 and failures == 0 else 1)
 
 
