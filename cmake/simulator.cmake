@@ -1,6 +1,7 @@
 # The phone on a desk: a SpringBoard process that libraries are injected into, and the tool that posts notifications to it.
 include_guard()
 include(${CMAKE_CURRENT_LIST_DIR}/phone_architecture.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/precompiled_headers.cmake)
 
 file(GLOB simulator_sources CONFIGURE_DEPENDS
     simulator/runtime/*.cpp simulator/graphics/*.cpp simulator/foundation/*.cpp
@@ -22,10 +23,15 @@ target_link_libraries(simulator PUBLIC platform PkgConfig::pango PkgConfig::libi
 # Classes are looked up by name, so the linker sees no use of Foundation.
 target_link_options(simulator PUBLIC -Wl,--no-as-needed)
 target_link_libraries(simulator PUBLIC gnustep-base objc)
+set(common_headers <algorithm> <filesystem> <functional> <map> <optional> <stdexcept> <string> <vector>)
+precompile_headers(simulator ${common_headers})
+# Walks every pixel of the screen.
+set_source_files_properties(simulator/graphics/blur.cpp PROPERTIES COMPILE_OPTIONS -O3 SKIP_PRECOMPILE_HEADERS ON)
 
 add_executable(springboard ${console_sources})
 target_link_libraries(springboard PRIVATE simulator nlohmann_json::nlohmann_json PkgConfig::sdl)
 set_target_properties(springboard PROPERTIES ENABLE_EXPORTS ON)
+precompile_headers(springboard ${common_headers} <iostream> <nlohmann/json.hpp>)
 target_compile_definitions(springboard PRIVATE SOLVANE_VERSION="${PROJECT_VERSION}")
 foreach(script IN ITEMS scene window tour)
     configure_file(simulator/console/scripts/${script}.txt share/${script}.txt COPYONLY)

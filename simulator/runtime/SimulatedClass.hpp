@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cctype>
 #include <new>
 #include <string>
 #include <type_traits>
@@ -8,6 +7,13 @@
 #include "platform/runtime/ClassBuilder.hpp"
 
 namespace simulator {
+
+/// For the property "name": its setter "setName:", and the getter "isName" of a BOOL.
+std::string setterName(const char* property);
+std::string flagName(const char* property);
+/// The variable that holds the state of a class's objects. A name of its own: GNU's runtime refuses a second variable of one name
+/// along the superclasses.
+std::string stateName(const char* className);
 
 /// A class of the simulated platform whose objects each hold one C++ `State`. The state is constructed when the object is
 /// allocated and destroyed with it, so that a class needs no dealloc for what its state owns.
@@ -17,8 +23,7 @@ public:
     SimulatedClass(const char* name, const char* superclass) : ClassBuilder<State>(name, superclass)
     {
         if constexpr (!std::is_empty_v<State>) {
-            // A name of its own: GNU's runtime refuses a second variable of one name along the superclasses.
-            stateName_ = std::string("_") + name + "State";
+            stateName_ = stateName(name);
             this->addIvarBlock(stateName_.c_str(), sizeof(State), alignof(State), "?");
             this->template method<".cxx_construct">(&construct);
             this->template method<".cxx_destruct">(&destroy);
@@ -51,7 +56,7 @@ public:
     template <auto Member, auto Changed = nullptr>
     SimulatedClass& flag(const char* name)
     {
-        addAccessors(("is" + capitalised(name)).c_str(), &getFlag<Member>, name, &setFlag<Member, Changed>);
+        addAccessors(flagName(name).c_str(), &getFlag<Member>, name, &setFlag<Member, Changed>);
         return *this;
     }
 
@@ -64,18 +69,11 @@ public:
     }
 
 private:
-    static std::string capitalised(const char* name)
-    {
-        std::string text = name;
-        text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
-        return text;
-    }
-
     template <class Getter, class Setter>
     void addAccessors(const char* getterName, Getter getter, const char* name, Setter setter)
     {
         addNamed(getterName, getter);
-        addNamed(("set" + capitalised(name) + ":").c_str(), setter);
+        addNamed(setterName(name).c_str(), setter);
     }
 
     template <class Result, class... Arguments>

@@ -4,6 +4,7 @@
 #include <ctime>
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <unordered_map>
 
 #include "simulator/foundation/clock.hpp"
 #include "simulator/foundation/phone_root.hpp"
@@ -41,7 +42,12 @@ void* exported(const std::string& name)
 
 bool isInLibrary(const void* code)
 {
-    return simulator::fileOfCode(code).filename() == "Solvane.dylib";
+    // Images stay where they are until the process ends, and Foundation alone asks tens of thousands of times from a few places.
+    static auto& known = *new std::unordered_map<const void*, bool>;
+    const auto [entry, isNew] = known.try_emplace(code);
+    if (isNew)
+        entry->second = simulator::fileOfCode(code).filename() == "Solvane.dylib";
+    return entry->second;
 }
 
 void freezeClockAtUniversalTime(const std::string& time)

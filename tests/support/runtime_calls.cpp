@@ -100,7 +100,7 @@ BOOL class_addMethod(Class cls, SEL selector, IMP implementation, const char* ty
 {
     static const auto runtimes = next<BOOL(Class, SEL, IMP, const char*)>("class_addMethod");
     // A class that is not registered yet is one of the library's own.
-    if (cls != nullptr && isInLibrary(reinterpret_cast<const void*>(implementation)) && objc_getClass(class_getName(cls)) == cls)
+    if (cls != nullptr && objc_getClass(class_getName(cls)) == cls && isInLibrary(reinterpret_cast<const void*>(implementation)))
         calls().methods.push_back({class_getName(cls), sel_getName(selector), types, implementation});
     return runtimes(cls, selector, implementation, types);
 }
