@@ -37,18 +37,19 @@ UIImage* bundleIcon(NSString* identifier)
                                                                                          UIScreen::mainScreen()->scale());
 }
 
-/// Systems differ in the name of the look-up; one that has neither knows no application.
-SBApplication* applicationFor(NSString* identifier)
+/// Systems differ in the name of the look-up; one that has neither knows no application, and is not asked for one.
+SBApplication* applicationOf(SVAppsView* strip, SBAwayBulletinListItem* item)
 {
-    SBApplicationController* const controller = SBApplicationController::sharedInstance();
+    const Owned<SBApplicationController> controller(SBApplicationController::sharedInstance());
     if (controller->respondsToSelector(selector<"applicationWithBundleIdentifier:">()))
-        return controller->applicationWithBundleIdentifier(identifier);
+        return controller->applicationWithBundleIdentifier(strip->identifierForListItem(item));
     if (controller->respondsToSelector(selector<"applicationWithDisplayIdentifier:">()))
-        return controller->applicationWithDisplayIdentifier(identifier);
+        return controller->applicationWithDisplayIdentifier(strip->identifierForListItem(item));
     return nullptr;
 }
 
-UIImage* applicationIcon(SBApplication* application)
+/// The image outlives the icon that drew it, which may be its only owner.
+UIImage* applicationIcon(const Owned<SBApplication>& application)
 {
     const Owned<SBApplicationIcon> icon = adopt(SBApplicationIcon::alloc()->initWithApplication(application));
     return icon->generateIconImage(formatOfApplicationIcon);
@@ -60,7 +61,7 @@ UIImage* bulletinIcon(SVAppsView* strip, SBAwayBulletinListItem* item)
     if (strip->identifierForListItem(item)->isEqualToString(constantString<"com.apple.mobilecal">()))
         return bundleIcon(strip->identifierForListItem(item));
     if (!strip->identifierForListItem(item)->isEqualToString(constantString<"noIdentifier">()))
-        return applicationIcon(applicationFor(strip->identifierForListItem(item)));
+        return applicationIcon(applicationOf(strip, item));
     return item->iconImage();
 }
 

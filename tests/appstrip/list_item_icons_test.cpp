@@ -393,6 +393,69 @@ TEST_F(ListItems, ABulletinIsAskedForItsIdentifierThreeTimes)
     EXPECT_EQ(identifierCalls, 3);
 }
 
+namespace {
+
+/// From now on it is noted what the controller and the strip are asked on the way to an application.
+void noteTheWayToAnApplication()
+{
+    static NSObject* (*shared)(NSObject*, SEL);
+    shared = simulator::replaceMethod<"sharedInstance">(
+        simulator::metaclassOf(objc_getClass("SBApplicationController")), +[](NSObject* self, SEL message) {
+            requests().push_back("controller");
+            return shared(self, message);
+        });
+    previousIdentifier = simulator::replaceMethod<"identifierForListItem:">(
+        objc_getClass("SVAppsView"), +[](NSObject* self, SEL message, NSObject* item) {
+            requests().push_back("identifier");
+            return previousIdentifier(self, message, item);
+        });
+}
+
+BOOL noteQuestion(NSObject* self, SEL, SEL asked)
+{
+    requests().push_back(std::string("responds to ") + sel_getName(asked));
+    return class_respondsToSelector(object_getClass(self), asked);
+}
+
+/// A controller that notes what it is asked whether it responds to.
+void useQuestionedController(const char* name)
+{
+    makeClass(name, "NSObject");
+    simulator::addMethod<"respondsToSelector:">(objc_getClass(name), &noteQuestion);
+    replaceController(name);
+    noteTheWayToAnApplication();
+    noteIconRequests();
+}
+
+} // namespace
+
+TEST_F(ListItems, ABulletinIsAskedForItsIdentifierOnceTheLookUpIsKnown)
+{
+    useQuestionedController("NewController");
+    simulator::addMethod<"applicationWithBundleIdentifier:">(objc_getClass("NewController"), &lookUpByBundle);
+    icon(mail_);
+    EXPECT_THAT(requests(), ElementsAre("identifier", "identifier", "controller", "responds to applicationWithBundleIdentifier:",
+                                        "identifier", "by bundle \"com.apple.mobilemail\"", "icon for application", "format 2"));
+}
+
+TEST_F(ListItems, ABulletinIsAskedForItsIdentifierOnceTheOlderLookUpIsKnown)
+{
+    useQuestionedController("OldController");
+    simulator::addMethod<"applicationWithDisplayIdentifier:">(objc_getClass("OldController"), &lookUpByDisplay);
+    icon(mail_);
+    EXPECT_THAT(requests(), ElementsAre("identifier", "identifier", "controller", "responds to applicationWithBundleIdentifier:",
+                                        "responds to applicationWithDisplayIdentifier:", "identifier",
+                                        "by display \"com.apple.mobilemail\"", "icon for application", "format 2"));
+}
+
+TEST_F(ListItems, ABulletinIsNotAskedForItsIdentifierWithoutALookUp)
+{
+    useQuestionedController("BareController");
+    icon(mail_);
+    EXPECT_THAT(requests(), ElementsAre("identifier", "identifier", "controller", "responds to applicationWithBundleIdentifier:",
+                                        "responds to applicationWithDisplayIdentifier:", "icon for nil", "format 2"));
+}
+
 TEST_F(ListItems, CalendarsBulletinIsAskedForItsIdentifierTwice)
 {
     countIdentifierCalls();
