@@ -31,7 +31,7 @@ SBAwaySystemAlertItem* asSystemAlert(NSObject* item)
     return asKind<SBAwaySystemAlertItem, "SBAwaySystemAlertItem">(item);
 }
 
-UIImage* bundleIcon(NSString* identifier)
+UIImage* bundleIcon(const Owned<NSString>& identifier)
 {
     return SBApplicationIconImage::_applicationIconImageForBundleIdentifier_format_scale(identifier, formatOfBundleIcon,
                                                                                          UIScreen::mainScreen()->scale());
@@ -52,7 +52,7 @@ SBApplication* applicationOf(SVAppsView* strip, SBAwayBulletinListItem* item)
 UIImage* applicationIcon(const Owned<SBApplication>& application)
 {
     const Owned<SBApplicationIcon> icon = adopt(SBApplicationIcon::alloc()->initWithApplication(application));
-    return icon->generateIconImage(formatOfApplicationIcon);
+    return Owned(icon->generateIconImage(formatOfApplicationIcon)).autorelease();
 }
 
 UIImage* bulletinIcon(SVAppsView* strip, SBAwayBulletinListItem* item)

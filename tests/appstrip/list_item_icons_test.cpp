@@ -384,6 +384,38 @@ TEST_F(ListItems, IconsAreThoseThatSpringBoardDraws)
               pictureOf(icon(simulator::bulletinItem(nullptr, nullptr, nullptr))));
 }
 
+namespace {
+
+/// The image that SpringBoard's icon has drawn, and that it takes with it when it goes.
+UIImage* drawnImage = nullptr;
+id weakImage = nullptr;
+
+} // namespace
+
+TEST_F(ListItems, AnImageOutlivesTheIconThatOwnsIt)
+{
+    simulator::replaceMethod<"generateIconImage:">(
+        objc_getClass("SBApplicationIcon"), +[](NSObject*, SEL, int) {
+            drawnImage = plainImage({1, 1}, 1, 0xFFFFFFFF).leak();
+            objc_storeWeak(&weakImage, drawnImage);
+            return drawnImage;
+        });
+    static void (*dealloc)(NSObject*, SEL);
+    dealloc = reinterpret_cast<void (*)(NSObject*, SEL)>(
+        class_getMethodImplementation(objc_getClass("SBApplicationIcon"), selector<"dealloc">()));
+    simulator::addMethod<"dealloc">(
+        objc_getClass("SBApplicationIcon"), +[](NSObject* self, SEL message) {
+            objc_release(drawnImage);
+            dealloc(self, message);
+        });
+    {
+        const AutoreleasePool pool;
+        EXPECT_EQ(icon(mail_), drawnImage);
+        EXPECT_EQ(weakImage, drawnImage);
+    }
+    EXPECT_EQ(weakImage, nullptr);
+}
+
 // Nothing is kept
 
 TEST_F(ListItems, ABulletinIsAskedForItsIdentifierThreeTimes)
