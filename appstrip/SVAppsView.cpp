@@ -88,7 +88,7 @@ void addBadge(SVAppsView* self, UIImageView* icon, long count)
 /// An icon that is there already is thrown away with its badge, not updated.
 void addIconFor_andBadgeCount(SVAppsView* self, SEL, NSObject* item, long count)
 {
-    NSString* const identifier = self->identifierForListItem(item);
+    const Owned<NSString> identifier(self->identifierForListItem(item));
     count += countOfItems(self, identifier);
 
     if (self->iconImgViews()->objectForKey(identifier) != nullptr) {

@@ -43,7 +43,7 @@ NSString* getStringFromDate(APLCalendar*, SEL, NSDate* date)
     const Owned<NSDateFormatter> formatter = adopt(NSDateFormatter::alloc()->init());
     formatter->setLocale(NSLocale::currentLocale());
     formatter->setDateFormat(constantString<"d MMM yyyy, HH:mm">());
-    return formatter->stringFromDate(date);
+    return Owned(formatter->stringFromDate(date)).autorelease();
 }
 
 } // namespace

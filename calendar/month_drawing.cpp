@@ -79,10 +79,10 @@ NSString* titleOf(const APLCalendarIvars& ivars)
 {
     const Owned<NSDateFormatter> formatter = adopt(NSDateFormatter::alloc()->init());
     formatter->setDateFormat(constantString<"MM yyyy">());
-    NSDate* const month =
-        formatter->dateFromString(NSString::stringWithFormat(constantString<"%li %li">(), ivars._month, ivars._year));
+    const Owned<NSDate> month(
+        formatter->dateFromString(NSString::stringWithFormat(constantString<"%li %li">(), ivars._month, ivars._year)));
     formatter->setDateFormat(constantString<"MMMM yyyy">());
-    return formatter->stringFromDate(month);
+    return Owned(formatter->stringFromDate(month)).autorelease();
 }
 
 void drawTitle(APLCalendar* self)
@@ -90,7 +90,7 @@ void drawTitle(APLCalendar* self)
     APLCalendarIvars& ivars = ivarsOf(self);
     const auto c = static_cast<CGFloat>(ivars._cellSize);
     ivars.lblMonth = adopt(UILabel::alloc()->initWithFrame(CGRect::make(c, 0, self->frame().size.width - 2 * c, c)));
-    UILabel* const title = ivars.lblMonth;
+    const Strong<UILabel>& title = ivars.lblMonth;
     title->setFont(UIFont::fontWithName_size(constantString<"Verdana-Bold">(), static_cast<CGFloat>(ivars._titleTextSize)));
     title->setTextAlignment(NSTextAlignmentCenter);
     title->setText(titleOf(ivars));
@@ -195,6 +195,7 @@ void plotCellAtX_Y_Day_isGreyDay(APLCalendar* self, SEL, NSInteger x, NSInteger 
     button->setTitleColor_forState(style.title.make(), UIControlStateNormal);
     button->titleLabel()->setFont(UIFont::fontWithName_size(style.fontName(), static_cast<CGFloat>(ivars._fontSize)));
     button->setTitle_forState(NSString::stringWithFormat(constantString<"%li">(), day), UIControlStateNormal);
+
     button->setEnabled(style.isEnabled);
     if (style.isEnabled) {
         button->setTag(day);

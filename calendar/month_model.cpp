@@ -19,7 +19,8 @@ Owned<NSDateFormatter> formatterWithPattern(NSString* pattern)
 
 NSDate* dateFromDigits(NSString* digits)
 {
-    return formatterWithPattern(constantString<"dd-MM-yyyy">())->dateFromString(digits);
+    const Owned<NSDateFormatter> formatter = formatterWithPattern(constantString<"dd-MM-yyyy">());
+    return Owned(formatter->dateFromString(digits)).autorelease();
 }
 
 /// Steps and draws anew, holding the view's lock.

@@ -48,7 +48,7 @@ void loadCalendar(SVWidget* self, SEL)
 
 void showWeather(SVWidget* self, SEL)
 {
-    UIView* const weather = ivarsOf(self).weather;
+    const Strong<UIView>& weather = ivarsOf(self).weather;
     weather->setFrame(self->bounds());
     weather->setHidden(false);
 }
@@ -58,7 +58,7 @@ void showWeather(SVWidget* self, SEL)
 void showCalendar(SVWidget* self, SEL)
 {
     constexpr CGFloat lift = 25.0;
-    APLCalendar* const cal = ivarsOf(self).cal;
+    const Strong<APLCalendar>& cal = ivarsOf(self).cal;
     cal->setCenter({CGRectGetMidX(self->frame()), CGRectGetMidY(self->frame()) - lift});
     cal->setHidden(false);
 }

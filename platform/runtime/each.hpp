@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/runtime/Owned.hpp"
 #include "platform/runtime/send.hpp"
 
 /// What fast enumeration keeps between two calls (NSFastEnumeration, Foundation).
@@ -11,7 +12,8 @@ struct NSFastEnumerationState {
 };
 
 /// Walks a collection by fast enumeration: `for (UIView* view : each<UIView>(subviews))`. A collection that changes
-/// during the walk raises the enumeration-mutation error. Nil is an empty collection.
+/// during the walk raises the enumeration-mutation error; one that its owner lets go lives until the walk is over. Nil is an
+/// empty collection.
 template <class Item>
 class Enumeration {
 public:
@@ -68,7 +70,7 @@ public:
     End end() const { return {}; }
 
 private:
-    id collection_;
+    Owned<NSObject> collection_;
 };
 
 template <class Item, class Collection>

@@ -336,6 +336,70 @@ TEST_F(AppsView, AnItemWithoutAnIdentifierHurtsNothing)
     EXPECT_EQ(strip_->subviews()->count(), 0U);
 }
 
+TEST_F(AppsView, ACardWithoutAnIdentifierAndAnAlertWithoutATitleShowNoIcon)
+{
+    arrive(simulator::cardItem(nullptr, text("Ferry")));
+    arrive(simulator::systemAlertItem(nullptr, text("20% left")));
+    EXPECT_EQ(strip::icons(strip_)->count(), 0U);
+    EXPECT_EQ(strip_->subviews()->count(), 0U);
+    arrive(simulator::cardItem(text("pass.ferry.7"), text("Ferry")));
+    EXPECT_EQ(places(), (std::vector<CGFloat>{54}));
+}
+
+namespace {
+
+/// What is asked for an identifier, and what becomes of it meanwhile.
+NSString* (*identifierOf)(NSObject*, SEL, NSObject*);
+id weakObject = nullptr;
+
+} // namespace
+
+TEST_F(AppsView, AListThatIsReplacedDuringTheCountIsCountedToItsEnd)
+{
+    static bool wasThere = false;
+    noteDrawnTexts();
+    const auto item = notification(mail);
+    {
+        const AutoreleasePool pool;
+        strip::setItems(strip_, arrayOf({item, notification(mail), notification(mail)}));
+        objc_storeWeak(&weakObject, strip::items(strip_));
+    }
+    identifierOf = simulator::replaceMethod<"identifierForListItem:">(
+        objc_getClass("SVAppsView"), +[](NSObject* self, SEL message, NSObject* asked) {
+            static int calls = 0;
+            // The first question is about the item that is added.
+            if (++calls == 2) {
+                strip::setItems(static_cast<UIView*>(self), nullptr);
+                wasThere = weakObject != nullptr;
+            }
+            return identifierOf(self, message, asked);
+        });
+    strip::add(strip_, item);
+    EXPECT_TRUE(wasThere);
+    EXPECT_EQ(weakObject, nullptr);
+    EXPECT_THAT(drawnTexts(), ElementsAre("3"));
+}
+
+TEST_F(AppsView, AnIdentifierIsKeptUntilItsIconIsStored)
+{
+    static NSString* identifier = nullptr;
+    static bool wasThere = false;
+    identifier = NSString::alloc()->initWithUTF8String("an identifier that is long enough to be an object");
+    objc_storeWeak(&weakObject, identifier);
+    simulator::replaceMethod<"identifierForListItem:">(
+        objc_getClass("SVAppsView"), +[](NSObject*, SEL, NSObject*) { return identifier; });
+    // The item forgets its identifier while it makes its picture.
+    simulator::replaceMethod<"iconForListItem:">(
+        objc_getClass("SVAppsView"), +[](NSObject*, SEL, NSObject*) {
+            objc_release(identifier);
+            wasThere = weakObject != nullptr;
+            return static_cast<UIImage*>(nullptr);
+        });
+    strip::add(strip_, notification(mail));
+    EXPECT_TRUE(wasThere);
+    EXPECT_NE(icon("an identifier that is long enough to be an object"), nullptr);
+}
+
 TEST_F(AppsView, AListThatChangesDuringTheCountRaises)
 {
     static NSMutableArray* list = nullptr;
