@@ -68,15 +68,15 @@ long countOfItems(SVAppsView* self, NSString* identifier)
     return count;
 }
 
-Owned<UIImageView> squareView(CGFloat side)
+Owned<UIImageView> squareView(SVAppsView* self, CGFloat (*side)(SVAppsView*))
 {
-    return adopt(UIImageView::alloc()->initWithFrame(CGRect::make(0, 0, side, side)));
+    return adopt(UIImageView::alloc()->initWithFrame({{0, 0}, {side(self), side(self)}}));
 }
 
 /// Hangs half outside the icon, up and to the right.
 void addBadge(SVAppsView* self, UIImageView* icon, long count)
 {
-    const Owned<UIImageView> badge = squareView(badgeSide(self));
+    const Owned<UIImageView> badge = squareView(self, badgeSide);
     NSString* const digits = NSString::stringWithFormat(constantString<"%ld">(), count);
     UIImage* const background =
         UIImage::imageWithContentsOfFile(constantString<"/Library/Application Support/Solvane/Badge.png">());
@@ -96,7 +96,7 @@ void addIconFor_andBadgeCount(SVAppsView* self, SEL, NSObject* item, long count)
         self->iconImgViews()->removeObjectForKey(identifier);
     }
 
-    const Owned<UIImageView> icon = squareView(iconSide(self));
+    const Owned<UIImageView> icon = squareView(self, iconSide);
     icon->setImage(self->iconForListItem(item));
     addBadge(self, icon, count);
     // A notification that names no application has nothing to be kept under; a nil key would end SpringBoard.

@@ -596,6 +596,15 @@ TEST_F(AppsView, ReadsItsHeightAtEachUse)
     EXPECT_EQ(badge(messages)->frame(), CGRect::make(24, -8, 16, 16));
 }
 
+TEST_F(AppsView, ReadsItsHeightForEachSideOfAnIconAndOfABadge)
+{
+    MessageLog::name(strip_.get(), "strip");
+    Noted<"SVAppsView", "frame", CGRect>::install();
+    strip::add(strip_, notification(mail));
+    // An icon's side is the height less half the height.
+    EXPECT_EQ(std::ranges::count(MessageLog::messages(), "strip frame"), 2 * 2 + 2);
+}
+
 // The row
 
 namespace {
