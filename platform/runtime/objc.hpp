@@ -2,6 +2,17 @@
 
 #include "platform/runtime/types.hpp"
 
+/// One of the attributes of a property: its letter, and what follows the letter.
+struct objc_property_attribute_t {
+    const char* name;
+    const char* value;
+};
+
+struct objc_method_description {
+    SEL name;
+    char* types;
+};
+
 /// The C interface of the object runtime ("Objective-C Runtime", Apple), as far as it is used here. Where a desk's
 /// runtime lacks one of these, the simulator exports it under the same name.
 #pragma GCC visibility push(default)
@@ -47,6 +58,8 @@ void objc_registerProtocol(objc_protocol* protocol);
 /// Before it is registered.
 void protocol_addProtocol(objc_protocol* protocol, objc_protocol* adopted);
 void protocol_addMethodDescription(objc_protocol* protocol, SEL selector, const char* types, BOOL isRequired, BOOL isInstance);
+/// Nulls when neither the protocol nor one that it adopts has such a method.
+objc_method_description protocol_getMethodDescription(objc_protocol* protocol, SEL selector, BOOL isRequired, BOOL isInstance);
 BOOL class_addProtocol(Class cls, objc_protocol* protocol);
 
 id objc_retain(id object);
