@@ -38,26 +38,6 @@ SVAppsView* initWithFrame(SVAppsView* self, SEL, CGRect frame)
     return self;
 }
 
-NSMutableArray* items(SVAppsView* self, SEL)
-{
-    return ivarsOf(self)._items;
-}
-
-void setItems(SVAppsView* self, SEL, NSMutableArray* items)
-{
-    ivarsOf(self)._items = items;
-}
-
-NSMutableDictionary* iconImgViews(SVAppsView* self, SEL)
-{
-    return ivarsOf(self)._iconImgViews;
-}
-
-void setIconImgViews(SVAppsView* self, SEL, NSMutableDictionary* views)
-{
-    ivarsOf(self)._iconImgViews = views;
-}
-
 long countOfItems(SVAppsView* self, NSString* identifier)
 {
     long count = 0;
@@ -136,11 +116,9 @@ void registerSVAppsView()
     ClassBuilder<SVAppsViewIvars> strip("SVAppsView", "UIScrollView");
     strip.ivar<&SVAppsViewIvars::_items>("_items")
         .ivar<&SVAppsViewIvars::_iconImgViews>("_iconImgViews")
-        .method<"initWithFrame:">(initWithFrame)
-        .method<"items">(items)
-        .method<"setItems:">(setItems)
-        .method<"iconImgViews">(iconImgViews)
-        .method<"setIconImgViews:">(setIconImgViews);
+        .property<&SVAppsViewIvars::_items, "items", "NSMutableArray">()
+        .property<&SVAppsViewIvars::_iconImgViews, "iconImgViews", "NSMutableDictionary">()
+        .method<"initWithFrame:">(initWithFrame);
     addListItemIcons(strip);
     strip.method<"addIconFor:andBadgeCount:">(addIconFor_andBadgeCount)
         .method<"showIcons">(showIcons)

@@ -45,16 +45,6 @@ APLCalendar* initWithFrame(APLCalendar* self, SEL, CGRect frame)
     return self;
 }
 
-APLCalendarDelegate* delegate(APLCalendar* self, SEL)
-{
-    return ivarsOf(self)._delegate.load().autorelease();
-}
-
-void setDelegate(APLCalendar* self, SEL, APLCalendarDelegate* delegate)
-{
-    ivarsOf(self)._delegate = delegate;
-}
-
 } // namespace
 
 void registerAPLCalendar()
@@ -74,8 +64,7 @@ void registerAPLCalendar()
         .ivar<&APLCalendarIvars::_delegate>("_delegate")
         .method<"init">(init)
         .method<"initWithFrame:">(initWithFrame)
-        .method<"delegate">(delegate)
-        .method<"setDelegate:">(setDelegate);
+        .property<&APLCalendarIvars::_delegate, "delegate", "<APLCalendarDelegate>">();
     addMonthModel(calendar);
     addMonthDrawing(calendar);
     addSwipes(calendar);

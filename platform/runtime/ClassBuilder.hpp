@@ -51,6 +51,20 @@ public:
         return *this;
     }
 
+    /// A non-atomic property over the instance variable of its name with an underscore in front, strong or weak as the
+    /// variable is, with its getter and setter. `Type` is a class, or a protocol in angle brackets.
+    template <auto Member, FixedString Name, FixedString Type>
+    ClassBuilder& property()
+    {
+        static constexpr FixedString type = FixedString("@\"") + Type + FixedString("\"");
+        static constexpr FixedString variable = FixedString("_") + Name;
+        const objc_property_attribute_t attributes[] = {
+            {"T", type.text}, {isWeak<Member> ? "W" : "&", ""}, {"N", ""}, {"V", variable.text}};
+        class_addProperty(cls_, Name.text, attributes, sizeof attributes / sizeof *attributes);
+        method<Name>(&getProperty<Member>);
+        return method<FixedString("set") + capitalised(Name) + FixedString(":")>(&setProperty<Member>);
+    }
+
     template <FixedString Name, class Result, class Self, class... Arguments>
     ClassBuilder& method(Result (*implementation)(Self*, SEL, Arguments...))
     {
@@ -128,6 +142,24 @@ private:
     {
         const Ivars probe{};
         return reinterpret_cast<const char*>(&(probe.*member)) - reinterpret_cast<const char*>(&probe);
+    }
+
+    template <auto Member>
+    static constexpr bool isWeak = requires(Ivars& ivars) { (ivars.*Member).load(); };
+
+    template <auto Member>
+    static auto getProperty(NSObject* self, SEL)
+    {
+        auto& variable = ivarsOf<Ivars>(self).*Member;
+        if constexpr (isWeak<Member>)
+            return variable.load().autorelease();
+        else
+            return variable.get();
+    }
+    template <auto Member>
+    static void setProperty(NSObject* self, SEL, decltype(getProperty<Member>(nullptr, nullptr)) object)
+    {
+        ivarsOf<Ivars>(self).*Member = object;
     }
 
     static void dealloc(NSObject* self, SEL)

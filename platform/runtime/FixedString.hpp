@@ -16,6 +16,14 @@ struct FixedString {
     }
 };
 
+/// With its first letter, one of the English alphabet, in upper case.
+template <std::size_t Size>
+consteval FixedString<Size> capitalised(FixedString<Size> name)
+{
+    name.text[0] = static_cast<char>(name.text[0] - 'a' + 'A');
+    return name;
+}
+
 template <std::size_t Left, std::size_t Right>
 consteval FixedString<Left + Right - 1> operator+(const FixedString<Left>& left, const FixedString<Right>& right)
 {

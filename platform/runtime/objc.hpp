@@ -50,6 +50,13 @@ BOOL class_addIvar(Class cls, const char* name, std::size_t size, std::uint8_t a
 BOOL class_addMethod(Class cls, SEL selector, IMP implementation, const char* types);
 BOOL class_respondsToSelector(Class cls, SEL selector);
 
+/// NO, and no change, when the class itself already has a property of that name.
+BOOL class_addProperty(Class cls, const char* name, const objc_property_attribute_t* attributes, unsigned count);
+/// Null when neither the class nor a superclass declares the property.
+objc_property* class_getProperty(Class cls, const char* name);
+/// In the notation of compilers ("Declared Properties", Objective-C Runtime Programming Guide).
+const char* property_getAttributes(objc_property* property);
+
 /// Nil when no protocol of that name is loaded.
 objc_protocol* objc_getProtocol(const char* name);
 /// Nil when there is a protocol of that name already.

@@ -11,6 +11,7 @@ struct objc_selector;
 struct objc_ivar;
 struct objc_method;
 struct objc_protocol;
+struct objc_property;
 
 using id = NSObject*;
 using Class = objc_class*;

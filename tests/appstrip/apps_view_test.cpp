@@ -172,6 +172,17 @@ TEST_F(AppsView, SetsWhatAScrollViewHasByDefaultToo)
                             "? setScrollEnabled: YES", "? setUserInteractionEnabled: YES"));
 }
 
+TEST_F(AppsView, DeclaresItsProperties)
+{
+    const auto attributesOf = [](const char* name) {
+        objc_property* const property = class_getProperty(objc_getClass("SVAppsView"), name);
+        return property == nullptr ? "none" : std::string(property_getAttributes(property));
+    };
+    EXPECT_EQ(attributesOf("items"), "T@\"NSMutableArray\",&,N,V_items");
+    EXPECT_EQ(attributesOf("iconImgViews"), "T@\"NSMutableDictionary\",&,N,V_iconImgViews");
+    EXPECT_EQ(attributesOf("frames"), "none");
+}
+
 TEST_F(AppsView, KeepsTheVeryListAndLetsThePreviousGo)
 {
     const auto first = arrayOf({});

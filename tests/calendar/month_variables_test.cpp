@@ -127,6 +127,31 @@ TEST_F(MonthCalendarClass, DeclaresItsMethodsByTheirTypes)
     }
 }
 
+TEST_F(MonthCalendarClass, DeclaresItsDelegateAsAWeakProperty)
+{
+    objc_property* const delegate = class_getProperty(calendarClass(), "delegate");
+    ASSERT_NE(delegate, nullptr);
+    EXPECT_STREQ(property_getAttributes(delegate), "T@\"<APLCalendarDelegate>\",W,N,V_delegate");
+}
+
+TEST(MonthCalendarDelegate, DeclaresThreeOptionalMethodsByTheirTypes)
+{
+    const RegionalPhone phone;
+    objc_protocol* const protocol = objc_getProtocol("APLCalendarDelegate");
+    constexpr std::pair<const char*, const char*> methods[] = {
+        {"didSelectCalendarDay:", "v@:q"}, {"didSelectCalendarDate:", "v@:@"}, {"didDeselectCalendarDay:", "v@:q"}};
+    for (const auto& [name, types] : methods) {
+        const SEL selector = sel_registerName(name);
+        const objc_method_description method = protocol_getMethodDescription(protocol, selector, NO, YES);
+        EXPECT_EQ(method.name, selector) << name;
+        ASSERT_NE(method.types, nullptr) << name;
+        EXPECT_EQ(method.types, encodedHere(types)) << name;
+        EXPECT_EQ(protocol_getMethodDescription(protocol, selector, YES, YES).name, nullptr) << name;
+        EXPECT_EQ(protocol_getMethodDescription(protocol, selector, NO, NO).name, nullptr) << name;
+    }
+    EXPECT_EQ(protocol_getMethodDescription(protocol, selector<"didSelectCalendarMonth:">(), NO, YES).name, nullptr);
+}
+
 TEST(NewMonthCalendar, IsThreeHundredAndTwentyPointsWideAndHigh)
 {
     const RegionalPhone phone;

@@ -69,6 +69,7 @@ Class registerLamp()
         .ivar<&LampIvars::room>("_room")
         .ivar<&LampIvars::light>("_light")
         .ivar<&LampIvars::isLit>("_isLit")
+        .property<&LampIvars::room, "room", "NSObject">()
         .method<"initWithFrame:">(initWithFrame)
         .method<"setName:">(setName)
         .method<"name">(name)
@@ -195,6 +196,42 @@ TEST_F(ClassBuilderTest, EncodesTheTypesOfMethods)
     EXPECT_EQ(methodEncodingOf("plotAtX:Y:Day:isGreyDay:"), encodedHere("q@:ddqC"));
     EXPECT_EQ(methodEncodingOf("light"), encodedHere("{CGRect={CGPoint=dd}{CGSize=dd}}@:"));
     EXPECT_EQ(methodEncodingOf("initWithFrame:"), encodedHere("@@:{CGRect={CGPoint=dd}{CGSize=dd}}"));
+}
+
+TEST_F(ClassBuilderTest, DeclaresPropertiesForSubclassesToo)
+{
+    struct NoIvars {};
+    ClassBuilder<NoIvars>("Lantern", "Lamp").registerClass();
+    for (const char* name : {"Lamp", "Lantern"}) {
+        objc_property* const room = class_getProperty(objc_getClass(name), "room");
+        ASSERT_NE(room, nullptr) << name;
+        EXPECT_STREQ(property_getAttributes(room), "T@\"NSObject\",W,N,V_room") << name;
+    }
+    EXPECT_EQ(class_getProperty(objc_getClass("UIView"), "room"), nullptr);
+    EXPECT_EQ(class_getProperty(objc_getClass("Lamp"), "power"), nullptr);
+}
+
+TEST_F(ClassBuilderTest, GivesPropertiesAGetterAndASetter)
+{
+    Lamp* const lamp = newLamp();
+    Owned<NSObject> room = adopt(send<"new", NSObject*>(objc_getClass("NSObject")));
+    {
+        const AutoreleasePool pool;
+        send<"setRoom:">(lamp, room.get());
+        EXPECT_EQ((send<"room", NSObject*>(lamp)), room.get());
+    }
+    EXPECT_EQ(retainCount(room), 1U);
+    room = nullptr;
+    EXPECT_EQ((send<"room", NSObject*>(lamp)), nullptr);
+    EXPECT_EQ(methodEncodingOf("room"), "@@:");
+    EXPECT_EQ(methodEncodingOf("setRoom:"), "v@:@");
+}
+
+TEST_F(ClassBuilderTest, KeepsThePropertyThatIsThere)
+{
+    const objc_property_attribute_t other{"T", "@"};
+    EXPECT_EQ(class_addProperty(objc_getClass("Lamp"), "room", &other, 1), NO);
+    EXPECT_STREQ(property_getAttributes(class_getProperty(objc_getClass("Lamp"), "room")), "T@\"NSObject\",W,N,V_room");
 }
 
 TEST_F(ClassBuilderTest, ReachesTheSuperclassesMethod)
