@@ -1,7 +1,6 @@
 #include "lockscreen/hooks.hpp"
 #include "lockscreen/panel.hpp"
 #include "text/greeting.hpp"
-#include "text/weather_sentence.hpp"
 
 namespace hooks {
 
@@ -32,7 +31,7 @@ void showAwayText()
 
 void showWeatherAndEmptyStrip()
 {
-    subtitleLabel->setText(getTempString());
+    showWeather();
     appsView->clearAll();
 }
 
@@ -60,8 +59,8 @@ constinit Replacement<void(ListController*)> clearItemsForNotificationCenter{[](
 
 constinit Replacement<void(ListController*, BOOL)> setInScreenOffMode{[](ListController* self, SEL selector, BOOL isOff) {
     setInScreenOffMode.previous(self, selector, isOff);
-    headlineLabel->setText(dateStatusString());
-    subtitleLabel->setText(getTempString());
+    showGreeting();
+    showWeather();
 }};
 
 } // namespace hooks

@@ -1,5 +1,8 @@
 #include "lockscreen/panel.hpp"
 
+#include "text/greeting.hpp"
+#include "text/weather_sentence.hpp"
+
 constinit Strong<UILabel> headlineLabel;
 constinit Strong<UILabel> subtitleLabel;
 constinit Strong<UIImageView> calendarIconView;
@@ -12,3 +15,15 @@ constinit Strong<UIView> notificationPaneView;
 constinit Strong<_UIBackdropView> notificationPaneBackdrop;
 constinit Strong<SVAppsView> appsView;
 constinit Strong<_NowPlayingArtView> nowPlayingArtView;
+
+void showGreeting()
+{
+    NSString* const greeting = dateStatusString();
+    headlineLabel->setText(greeting);
+}
+
+void showWeather()
+{
+    NSString* const sentence = getTempString();
+    subtitleLabel->setText(sentence);
+}

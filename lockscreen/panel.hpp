@@ -36,6 +36,10 @@ extern Strong<_NowPlayingArtView> nowPlayingArtView;
 }
 #pragma GCC visibility pop
 
+/// Write the greeting for the time of day, and the weather sentence, into the lines that are in the record once the text is made.
+void showGreeting();
+void showWeather();
+
 /// SpringBoard's private variables of the list view, read by name at each use.
 inline UIView* containerView(SBLockScreenNotificationListView* list)
 {

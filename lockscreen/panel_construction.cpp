@@ -3,7 +3,6 @@
 #include "platform/Foundation/NSCalendar.hpp"
 #include "platform/UIKit/UIGestureRecognizer.hpp"
 #include "text/text_drawing.hpp"
-#include "text/weather_sentence.hpp"
 
 namespace hooks {
 
@@ -14,11 +13,13 @@ CGFloat widthOf(UIView* container)
     return container->frame().size.width;
 }
 
+// Each view is in the record before it is set up: whoever looks at the record meanwhile finds the newer panel.
+
 /// A line of white text that shrinks, down to 16 points, until it fits. It is not in the container yet.
-Owned<UILabel> line(CGRect frame, CGFloat fontSize)
+void makeLine(Strong<UILabel>& label, CGRect frame, CGFloat fontSize)
 {
     constexpr CGFloat smallestFontSize = 16;
-    Owned<UILabel> label = adopt(UILabel::alloc()->initWithFrame(frame));
+    label = adopt(UILabel::alloc()->initWithFrame(frame));
     label->setFont(UIFont::fontWithName_size(constantString<".HelveticaNeueInterface-UltraLightP2">(), fontSize));
     label->setBackgroundColor(UIColor::clearColor());
     label->setTextColor(UIColor::whiteColor());
@@ -27,15 +28,14 @@ Owned<UILabel> line(CGRect frame, CGFloat fontSize)
     label->setAdjustsFontSizeToFitWidth(true);
     label->setTextAlignment(NSTextAlignmentCenter);
     label->sizeToFit();
-    return label;
 }
 
 void addLines(UIView* container)
 {
-    headlineLabel = line(CGRect::make(0, 0, widthOf(container), 50), 37.5);
+    makeLine(headlineLabel, CGRect::make(0, 0, widthOf(container), 50), 37.5);
     container->addSubview(headlineLabel);
-    subtitleLabel = line(CGRect::make(0, 65, widthOf(container), 50), 17.5);
-    subtitleLabel->setText(getTempString());
+    makeLine(subtitleLabel, CGRect::make(0, 65, widthOf(container), 50), 17.5);
+    showWeather();
     container->addSubview(subtitleLabel);
 }
 
@@ -80,11 +80,12 @@ void makeIconsTappable(ListView* self)
     addTapRecognizer(self, notificationIconView, selector<"normalizePrevTap">(), 2);
 }
 
-Owned<_UIBackdropView> darkBackdrop()
+/// Puts a dark blur behind everything that is in the view. `backdrop` keeps it.
+void addBackdrop(const Strong<UIView>& view, auto& backdrop)
 {
     constexpr NSInteger style = 1;
     constexpr NSInteger hardEdges = 2;
-    Owned<_UIBackdropView> backdrop = adopt(_UIBackdropView::alloc()->initWithStyle(style));
+    backdrop = adopt(_UIBackdropView::alloc()->initWithStyle(style));
     backdrop->inputSettings()->setColorTint(UIColor::blackColor());
     backdrop->inputSettings()->setColorTintAlpha(0.4);
     backdrop->setBlurRadiusSetOnce(true);
@@ -92,23 +93,21 @@ Owned<_UIBackdropView> darkBackdrop()
     backdrop->setBlurHardEdges(hardEdges);
     backdrop->setBlursWithHardEdges(true);
     backdrop->setBlurQuality(constantString<"default">());
-    return backdrop;
+    view->insertSubview_atIndex(backdrop, 0);
 }
 
 /// A hidden view behind everything that is in the container.
-Owned<UIView> hiddenView(UIView* container, CGRect frame)
+void addHiddenView(UIView* container, Strong<UIView>& view, CGRect frame)
 {
-    Owned<UIView> view = adopt(UIView::alloc()->initWithFrame(frame));
+    view = adopt(UIView::alloc()->initWithFrame(frame));
     view->setHidden(true);
     container->insertSubview_atIndex(view, 0);
-    return view;
 }
 
 void addCalendarPane(ListView* self, UIView* container)
 {
-    calendarPaneView = hiddenView(container, tableView(self)->frame());
-    calendarPaneBackdrop = darkBackdrop();
-    calendarPaneView->insertSubview_atIndex(calendarPaneBackdrop, 0);
+    addHiddenView(container, calendarPaneView, tableView(self)->frame());
+    addBackdrop(calendarPaneView, calendarPaneBackdrop);
     widgetView = adopt(SVWidget::alloc()->initWithFrame(calendarPaneView->bounds()));
     calendarPaneView->addSubview(widgetView);
 }
@@ -116,16 +115,16 @@ void addCalendarPane(ListView* self, UIView* container)
 /// SpringBoard's table moves in.
 void addNotificationPane(ListView* self, UIView* container)
 {
-    notificationPaneView = hiddenView(container, tableView(self)->frame());
-    notificationPaneBackdrop = darkBackdrop();
-    notificationPaneView->insertSubview_atIndex(notificationPaneBackdrop, 0);
+    addHiddenView(container, notificationPaneView, tableView(self)->frame());
+    addBackdrop(notificationPaneView, notificationPaneBackdrop);
     notificationPaneView->addSubview(tableView(self));
 }
 
 void addTab(UIView* container)
 {
-    tabView = hiddenView(container, CGRectZero);
-    tabView->insertSubview_atIndex(darkBackdrop(), 0);
+    addHiddenView(container, tabView, CGRectZero);
+    Owned<_UIBackdropView> backdrop;
+    addBackdrop(tabView, backdrop);
 }
 
 void addStrip(UIView* container)
@@ -138,7 +137,7 @@ void addStrip(UIView* container)
 
 constinit Replacement<ListView*(ListView*, CGRect)> initListView{[](ListView* self, SEL selector, CGRect frame) {
     ListView* const built = initListView.previous(self, selector, frame);
-    UIView* const container = containerView(built);
+    const Owned<UIView> container(containerView(built));
     bottomPocketView(self)->removeFromSuperview();
     addLines(container);
     addIcons(self, container);

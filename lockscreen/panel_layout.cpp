@@ -1,7 +1,5 @@
 #include "lockscreen/hooks.hpp"
 #include "lockscreen/panel.hpp"
-#include "text/greeting.hpp"
-#include "text/weather_sentence.hpp"
 
 namespace hooks {
 
@@ -38,8 +36,8 @@ constinit Replacement<void(ListView*)> layoutSubviews{[](ListView* self, SEL sel
     appsView->setFrame(appsViewFrame(containerWidth(self)));
     widgetView->setFrame(calendarPaneView->bounds());
     widgetView->showCalendar();
-    headlineLabel->setText(dateStatusString());
-    subtitleLabel->setText(getTempString());
+    showGreeting();
+    showWeather();
 }};
 
 } // namespace hooks

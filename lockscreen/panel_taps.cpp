@@ -2,14 +2,13 @@
 #include "lockscreen/panel.hpp"
 #include "platform/QuartzCore/CAShapeLayer.hpp"
 #include "platform/UIKit/UIBezierPath.hpp"
-#include "text/weather_sentence.hpp"
 
 namespace hooks {
 
 namespace {
 
 /// From 10 points around the icon down into the pane.
-CGRect tabFrameFor(UIView* icon)
+CGRect tabFrameFor(const Strong<UIImageView>& icon)
 {
     constexpr CGFloat margin = 10;
     constexpr CGFloat height = 150;
@@ -19,7 +18,7 @@ CGRect tabFrameFor(UIView* icon)
 
 /// Everything is closed first, so the toggles always end in "shown" and the tab always takes its place at the icon: a tap
 /// on an icon whose pane is open leaves it open. This is meant.
-void openPane(ListView* self, UIView* pane, UIView* icon)
+void openPane(ListView* self, const Strong<UIView>& pane, const Strong<UIImageView>& icon)
 {
     send<"normalizePrevTap">(self);
     pane->setHidden(!pane->isHidden());
@@ -59,7 +58,7 @@ void imgCalenderTapped(ListView* self, SEL)
 void imgNotificationsTapped(ListView* self, SEL)
 {
     openPane(self, notificationPaneView, notificationIconView);
-    subtitleLabel->setText(getTempString());
+    showWeather();
     appsView->clearAll();
     send<"cornerRadiusHook">(self);
 }

@@ -289,6 +289,22 @@ TEST_F(ListController, AnItemThatIsToldOfWithoutBeingInTheListCountsNothing)
     EXPECT_THAT(drawnTexts(), ElementsAre("0"));
 }
 
+TEST_F(ListController, TheWeatherGoesIntoTheLineThatIsInTheRecordOnceTheServiceHasAnswered)
+{
+    static Owned<UIView> newer;
+    simulator::replaceMethod<"isCelsius">(
+        objc_getClass("WeatherPreferences"), +[](NSObject*, SEL) -> BOOL {
+            static bool wasAsked = false;
+            if (!std::exchange(wasAsked, true)) {
+                newer = panel::newListView();
+                panel::subtitle()->setText(text("Nothing yet"));
+            }
+            return YES;
+        });
+    send<"prepareForTeardown">(controller());
+    EXPECT_EQ(subtitle(), morningWeather);
+}
+
 using MissingListDeathTest = ListController;
 
 TEST_F(MissingListDeathTest, EndsSpringBoard)

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gmock/gmock.h>
 
 #include "platform/UIKit/UIGestureRecognizer.hpp"
@@ -580,6 +581,68 @@ TEST_F(PanelConstruction, FillsARecordThatWasEmpty)
     EXPECT_EQ(exportedVariable("nowPlayingArtView"), nullptr);
 }
 
+namespace {
+
+/// The name under which the record holds an object.
+std::string nameInRecord(NSObject* object)
+{
+    const auto* const found = std::ranges::find_if(record, [&](const char* name) { return exportedVariable(name) == object; });
+    return found == std::end(record) ? "nothing" : *found;
+}
+
+/// The objects that were set up, by the names they had in the record by then.
+std::vector<std::string> setUp;
+
+/// From now on each view is noted at the first message that sets it up.
+template <FixedString ClassName, FixedString Selector, class Result, class... Arguments>
+void noteSetUp()
+{
+    static Result (*previous)(NSObject*, SEL, Arguments...);
+    previous = simulator::replaceMethod<Selector>(
+        objc_getClass(ClassName.text), +[](NSObject* self, SEL message, Arguments... arguments) {
+            if (object_getClass(self) == objc_getClass(ClassName.text))
+                setUp.push_back(nameInRecord(self));
+            return previous(self, message, arguments...);
+        });
+}
+
+} // namespace
+
+TEST_F(PanelConstruction, PutsEachViewIntoTheRecordBeforeItIsSetUp)
+{
+    // Once empty, once with an older panel in it.
+    build();
+    noteSetUp<"UILabel", "setNumberOfLines:", void, NSInteger>();
+    noteSetUp<"_UIBackdropView", "setBlurRadius:", void, CGFloat>();
+    noteSetUp<"UIView", "setHidden:", void, BOOL>();
+    build();
+    EXPECT_THAT(setUp, ElementsAre("headlineLabel", "subtitleLabel", "calendarPaneView", "calendarPaneBackdrop",
+                                   "notificationPaneView", "notificationPaneBackdrop", "tabView", "nothing"));
+}
+
+TEST_F(PanelConstruction, LetsGoOfAnOlderLineBeforeTheNewOneIsSetUp)
+{
+    static id older = nullptr;
+    static bool wasThere = true;
+    {
+        const AutoreleasePool pool;
+        build();
+        objc_storeWeak(&older, panel::headline());
+        list_ = nullptr;
+    }
+    ASSERT_NE(older, nullptr);
+    static void (*setFont)(NSObject*, SEL, UIFont*);
+    setFont = simulator::replaceMethod<"setFont:">(
+        objc_getClass("UILabel"), +[](NSObject* self, SEL message, UIFont* font) {
+            static bool isFirst = true;
+            if (std::exchange(isFirst, false))
+                wasThere = older != nullptr;
+            setFont(self, message, font);
+        });
+    build();
+    EXPECT_FALSE(wasThere);
+}
+
 TEST_F(PanelConstruction, KeepsEachViewOfTheRecordAlive)
 {
     {
@@ -631,6 +694,35 @@ TEST_F(PanelConstruction, ReadsThePrivateVariablesAtEachUse)
     lookups.erase(lookups.begin(), lookups.begin() + static_cast<std::ptrdiff_t>(before));
     EXPECT_THAT(lookups, ElementsAre("_containerView", "_bottomPocketView", "_topPocketView", "_topPocketView", "_tableView",
                                      "_tableView", "_tableView"));
+}
+
+TEST_F(PanelOfAnotherSpringBoard, TheContainerIsKeptUntilThePanelIsBuilt)
+{
+    static UIView* list = nullptr;
+    static id container = nullptr;
+    static bool wasThere = false;
+    // The list view lets its container go in the middle.
+    simulator::replaceMethod<"setNumberOfLines:">(
+        objc_getClass("UILabel"), +[](NSObject*, SEL, NSInteger) {
+            UIView* const own = panel::container(list);
+            if (own == nullptr)
+                return;
+            own->removeFromSuperview();
+            objc_release(own);
+            variable<UIView*>(list, "_containerView") = nullptr;
+            wasThere = container != nullptr;
+        });
+    {
+        const AutoreleasePool pool;
+        build([](UIView* built) {
+            list = built;
+            objc_storeWeak(&container, panel::container(built));
+            return built;
+        });
+    }
+    EXPECT_TRUE(wasThere);
+    EXPECT_EQ(container, nullptr);
+    EXPECT_NE(panel::strip(), nullptr);
 }
 
 TEST_F(PanelConstruction, TakesThePocketThatIsThereAtEachUse)
