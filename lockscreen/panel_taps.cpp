@@ -12,8 +12,7 @@ CGRect tabFrameFor(const Strong<UIImageView>& icon)
 {
     constexpr CGFloat margin = 10;
     constexpr CGFloat height = 150;
-    const CGPoint origin = icon->frame().origin;
-    return CGRect::make(origin.x - margin, origin.y - margin, icon->frame().size.width + 2 * margin, height);
+    return {{icon->frame().origin.x - margin, icon->frame().origin.y - margin}, {icon->frame().size.width + 2 * margin, height}};
 }
 
 /// Everything is closed first, so the toggles always end in "shown" and the tab always takes its place at the icon: a tap

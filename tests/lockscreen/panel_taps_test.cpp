@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gmock/gmock.h>
 
 #include "platform/UIKit/UIWindow.hpp"
@@ -226,6 +227,30 @@ TEST_F(PanelTaps, ATapResetsThenTogglesThenRoundsTheTab)
                             "notifications setHidden: YES", "tab setHidden: YES", "tab setFrame: 0,0,0,0", "pocket setAlpha: 0",
                             "notifications setHidden: NO", "tab setHidden: NO", "tab setFrame: 256,77,52,150",
                             "pocket setAlpha: 1", "subtitle setText: ?", "strip clearAll", "list cornerRadiusHook"));
+}
+
+TEST_F(PanelTaps, ATapReadsTheIconsFrameForEachNumberThatItTakesFromIt)
+{
+    MessageLog::name(panel::calendarIcon(), "calendar icon");
+    MessageLog::name(panel::notificationIcon(), "notification icon");
+    Noted<"UIImageView", "frame", CGRect>::install();
+    send<"imgCalenderTapped">(simulator::listView());
+    EXPECT_EQ(std::ranges::count(MessageLog::messages(), "calendar icon frame"), 3);
+    send<"imgNotificationsTapped">(simulator::listView());
+    EXPECT_EQ(std::ranges::count(MessageLog::messages(), "notification icon frame"), 3);
+}
+
+TEST_F(PanelTaps, ATapOpensThePaneThatIsInTheRecordByThen)
+{
+    static Owned<UIView> newer;
+    simulator::replaceMethod<"normalizePrevTap">(
+        objc_getClass("SBLockScreenNotificationListView"), +[](NSObject*, SEL) { newer = panel::newListView(); });
+    UIView* const olderPane = panel::calendarPane();
+    send<"imgCalenderTapped">(simulator::listView());
+    EXPECT_NE(panel::calendarPane(), olderPane);
+    EXPECT_FALSE(panel::calendarPane()->isHidden());
+    EXPECT_FALSE(panel::tab()->isHidden());
+    EXPECT_EQ(panel::tab()->frame(), CGRect::make(12, 77, 52, 150));
 }
 
 TEST_F(PanelTaps, ATapTogglesWhenNothingIsResetBefore)
