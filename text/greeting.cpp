@@ -50,5 +50,7 @@ NSInteger dateStatus()
 NSString* dateStatusString()
 {
     const NSInteger time = timeOfDayAtHour(localHour());
-    return time == night ? nightString : timesOfDay[time].greeting;
+    const Strong<NSString>& greeting = time == night ? nightString : timesOfDay[time].greeting;
+    // The variable may get another text while the caller still uses this one.
+    return Owned<NSString>(greeting).autorelease();
 }

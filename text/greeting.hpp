@@ -15,7 +15,7 @@ extern Strong<NSString> nightString;
 /// The time of day by the local hour: 0 morning (7 to 12), 1 afternoon (13 to 17), 2 evening (18 to 21), 3 night.
 NSInteger dateStatus();
 
-/// The greeting for the time of day: the very object that the variable holds, not owned by the caller.
+/// The greeting for the time of day: the very object that the variable holds, autoreleased.
 NSString* dateStatusString();
 }
 #pragma GCC visibility pop

@@ -22,9 +22,9 @@ UIImage* imageWithText(NSString* text, UIImage* image, CGPoint point)
     const id keys[] = {NSFontAttributeName, NSForegroundColorAttributeName};
     NSDictionary* const attributes = NSDictionary::dictionaryWithObjects_forKeys_count(objects, keys, 2);
     NSStringDrawing::drawInRect_withAttributes(text, {point, size}, attributes);
-    UIImage* const result = UIGraphicsGetImageFromCurrentImageContext();
+    Owned<UIImage> result(UIGraphicsGetImageFromCurrentImageContext());
     UIGraphicsEndImageContext();
-    return result;
+    return result.autorelease();
 }
 
 } // namespace

@@ -121,6 +121,22 @@ TEST_F(Greeting, IsNotOwnedByTheCaller)
     EXPECT_EQ(retainCount(exportedVariable("eveningString")), before);
 }
 
+TEST_F(Greeting, StaysWithTheCallerWhenTheVariableGetsAnother)
+{
+    id weak = nullptr;
+    NSString* const greeting = NSString::alloc()->initWithUTF8String("a greeting that is long enough to be an object");
+    exportedVariable<NSString>("morningString") = greeting;
+    objc_storeWeak(&weak, greeting);
+    {
+        const AutoreleasePool pool;
+        EXPECT_EQ(greetingAt("2014-03-05T08:00:00"), greeting);
+        exportedVariable<NSString>("morningString") = nullptr;
+        objc_release(greeting);
+        EXPECT_EQ(weak, greeting);
+    }
+    EXPECT_EQ(weak, nullptr);
+}
+
 TEST_F(Greeting, IsNilWhenTheVariableIsEmptied)
 {
     for (const char* variable : {"morningString", "afternoonString", "eveningString", "nightString"})

@@ -347,6 +347,16 @@ TEST_F(TextDrawing, GivesANewImageThatTheCallerDoesNotOwn)
     EXPECT_EQ(weak, nullptr);
 }
 
+TEST_F(TextDrawing, StaysWithTheCallerWhenTheContextLetsItsImageGo)
+{
+    const auto image = plainImage({30, 20}, 2, black);
+    for (const char* function : functionNames) {
+        const AutoreleasePool pool;
+        // One reference is the context's, the other one the function's own.
+        EXPECT_EQ(retainCount(exportedFunction<Stamp>(function)(text("1"), image, dayPoint)), 2U) << function;
+    }
+}
+
 TEST_F(TextDrawing, LeavesTheGivenImageAlone)
 {
     const auto image = patternedImage({60, 60}, 2);
