@@ -39,6 +39,11 @@ struct CellStyle {
     CellColour gradientBottom;
     CellColour border;
     NSString* (*fontName)();
+
+    UIFont* font(const APLCalendarIvars& ivars) const
+    {
+        return UIFont::fontWithName_size(fontName(), static_cast<CGFloat>(ivars._fontSize));
+    }
 };
 
 constexpr CellStyle greyStyle{
@@ -190,10 +195,14 @@ void plotCellAtX_Y_Day_isGreyDay(APLCalendar* self, SEL, NSInteger x, NSInteger 
     const CellStyle& style = styleOf(ivars, day, isGreyDay != NO);
     const auto side = static_cast<CGFloat>(ivars._cellSize);
 
+    // An ordinary day at first, which its own style then overrides.
     UIButton* const button = UIButton::buttonWithType(UIButtonTypeCustom);
     button->setFrame(CGRect::make(static_cast<CGFloat>(x), static_cast<CGFloat>(y), side, side));
-    button->setTitleColor_forState(style.title.make(), UIControlStateNormal);
-    button->titleLabel()->setFont(UIFont::fontWithName_size(style.fontName(), static_cast<CGFloat>(ivars._fontSize)));
+    Owned<UIColor> top(ordinaryStyle.gradientTop.make());
+    Owned<UIColor> bottom(ordinaryStyle.gradientBottom.make());
+    CAGradientLayer* const gradient = CAGradientLayer::layer();
+    button->setTitleColor_forState(ordinaryStyle.title.make(), UIControlStateNormal);
+    button->titleLabel()->setFont(ordinaryStyle.font(ivars));
     button->setTitle_forState(NSString::stringWithFormat(constantString<"%li">(), day), UIControlStateNormal);
 
     button->setEnabled(style.isEnabled);
@@ -201,16 +210,17 @@ void plotCellAtX_Y_Day_isGreyDay(APLCalendar* self, SEL, NSInteger x, NSInteger 
         button->setTag(day);
         addActions(button, self);
     }
+    button->setTitleColor_forState(style.title.make(), UIControlStateNormal);
+    top = style.gradientTop.make();
+    bottom = style.gradientBottom.make();
+    button->layer()->setBorderColor(style.border.make()->CGColor());
+    button->titleLabel()->setFont(style.font(ivars));
 
-    CALayer* const layer = button->layer();
-    CAGradientLayer* const gradient = CAGradientLayer::layer();
-    const id colors[] = {reinterpret_cast<id>(style.gradientTop.make()->CGColor()),
-                         reinterpret_cast<id>(style.gradientBottom.make()->CGColor())};
     gradient->setFrame(CGRect::make(0, 0, side, side));
+    const id colors[] = {reinterpret_cast<id>(top->CGColor()), reinterpret_cast<id>(bottom->CGColor())};
     gradient->setColors(NSArray::arrayWithObjects_count(colors, 2));
-    layer->insertSublayer_atIndex(gradient, 0);
-    layer->setBorderColor(style.border.make()->CGColor());
-    layer->setBorderWidth(static_cast<CGFloat>(ivars._borderWidth));
+    button->layer()->insertSublayer_atIndex(gradient, 0);
+    button->layer()->setBorderWidth(static_cast<CGFloat>(ivars._borderWidth));
     self->addSubview(button);
 }
 

@@ -1,8 +1,11 @@
+#include <cmath>
 #include <gmock/gmock.h>
 
+#include "platform/Substrate/MSHookMessageEx.hpp"
 #include "platform/runtime/each.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/quartzcore/CGColor.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
 #include "tests/calendar/MonthCalendar.hpp"
 
 /// The views that a month is made of.
@@ -436,6 +439,93 @@ TEST(MonthViews, PlotOneCellAsTold)
 }
 
 // The header
+
+namespace {
+
+std::vector<std::string> steps;
+
+template <FixedString ClassName, FixedString Selector, class Result, class... Arguments>
+class Step {
+public:
+    /// From now on the message is noted as what `name` makes of its arguments; not at all when that is nothing.
+    static void note(std::string (*name)(Arguments...))
+    {
+        name_ = name;
+        MSHookMessageEx(objc_getClass(ClassName.text), selector<Selector>(), reinterpret_cast<IMP>(&called),
+                        reinterpret_cast<IMP*>(&previous_));
+    }
+
+private:
+    static Result called(id self, SEL selector, Arguments... arguments)
+    {
+        if (const std::string step = name_(arguments...); !step.empty())
+            steps.push_back(step);
+        return previous_(self, selector, arguments...);
+    }
+
+    static inline std::string (*name_)(Arguments...);
+    static inline Result (*previous_)(id, SEL, Arguments...);
+};
+
+std::string whiteOf(UIColor* color)
+{
+    return std::to_string(std::lround(10 * colourOf(color).red));
+}
+
+void noteStepsOfACell()
+{
+    static id (*layer)(id, SEL);
+    layer = simulator::replaceMethod<"layer">(
+        simulator::metaclassOf(objc_getClass("CAGradientLayer")), +[](NSObject* self, SEL message) {
+            if (reinterpret_cast<Class>(self) == objc_getClass("CAGradientLayer"))
+                steps.push_back("gradient");
+            return layer(self, message);
+        });
+    Step<"UIButton", "setTitleColor:forState:", void, UIColor*, NSUInteger>::note(
+        [](UIColor* color, NSUInteger) { return "title white " + whiteOf(color); });
+    Step<"UILabel", "setFont:", void, UIFont*>::note([](UIFont* font) { return textOf(font->fontName()); });
+    Step<"UIButton", "setTitle:forState:", void, NSString*, NSUInteger>::note(
+        [](NSString* title, NSUInteger) { return "title " + textOf(title); });
+    Step<"UIButton", "setEnabled:", void, BOOL>::note([](BOOL is) { return std::string(is != NO ? "enabled" : "disabled"); });
+    Step<"UIButton", "setTag:", void, NSInteger>::note([](NSInteger tag) { return "tag " + std::to_string(tag); });
+    Step<"UIButton", "addTarget:action:forControlEvents:", void, id, SEL, NSUInteger>::note(
+        [](id, SEL action, NSUInteger event) { return sel_getName(action) + (' ' + std::to_string(event)); });
+    Step<"CALayer", "setBorderColor:", void, CGColorRef>::note([](CGColorRef) { return std::string("border colour"); });
+    Step<"CAGradientLayer", "setColors:", void, NSArray*>::note([](NSArray*) { return std::string("colours"); });
+    // UIKit puts layers of its own into others.
+    Step<"CALayer", "insertSublayer:atIndex:", void, CALayer*, unsigned>::note([](CALayer* inserted, unsigned index) {
+        return classNameOf(inserted) == "CAGradientLayer" ? "insert at " + std::to_string(index) : "";
+    });
+    Step<"CALayer", "setBorderWidth:", void, CGFloat>::note([](CGFloat) { return std::string("border width"); });
+    Step<"APLCalendar", "addSubview:", void, UIView*>::note([](UIView*) { return std::string("add"); });
+}
+
+std::vector<std::string> stepsOfACell(UIView* calendar, NSInteger day, BOOL isGreyDay)
+{
+    steps.clear();
+    send<"plotCellAtX:Y:Day:isGreyDay:">(calendar, NSInteger{0}, NSInteger{0}, day, isGreyDay);
+    return steps;
+}
+
+} // namespace
+
+TEST(MonthViews, AreOrdinaryDaysUntilTheirStyleOverridesIt)
+{
+    const RegionalPhone phone(german);
+    const auto calendar = newCalendarOn("2014-03-15");
+    noteStepsOfACell();
+    EXPECT_THAT(stepsOfACell(calendar, 15, NO),
+                ElementsAre("gradient", "title white 3", "Verdana", "title 15", "enabled", "tag 15", "selectDay: 1",
+                            "deselectDay: 64", "deselectDay: 128", "title white 9", "border colour", "Verdana-Bold", "colours",
+                            "insert at 0", "border width", "add"));
+    EXPECT_THAT(stepsOfACell(calendar, 16, NO),
+                ElementsAre("gradient", "title white 3", "Verdana", "title 16", "enabled", "tag 16", "selectDay: 1",
+                            "deselectDay: 64", "deselectDay: 128", "title white 3", "border colour", "Verdana", "colours",
+                            "insert at 0", "border width", "add"));
+    EXPECT_THAT(stepsOfACell(calendar, 28, YES),
+                ElementsAre("gradient", "title white 3", "Verdana", "title 28", "disabled", "title white 7", "border colour",
+                            "Verdana", "colours", "insert at 0", "border width", "add"));
+}
 
 TEST(MonthHeader, HasSevenHeadingsInAnOverlappingRow)
 {
