@@ -1,6 +1,7 @@
 #include "text/weather_sentence.hpp"
 
 #include "platform/Weather/Weather.hpp"
+#include "platform/runtime/Owned.hpp"
 #include "text/condition_words.hpp"
 
 extern "C" long lroundf(float value) noexcept;
@@ -26,13 +27,16 @@ long roundedFahrenheit(float celsius)
 
 } // namespace
 
-NSString* weatherSentence(NSString* temperature, float celsius, std::uint32_t conditionCode, bool isCelsius)
+NSString* weatherSentence(NSString* temperature, std::uint32_t conditionCode, bool (*isCelsius)())
 {
-    NSString* const word = conditionWord(readBack(conditionCode));
-    NSString* const unit = isCelsius ? constantString<"C">() : constantString<"F">();
-    NSString* const shown = isCelsius ? NSString::stringWithFormat(constantString<"%@">(), temperature)
-                                      : NSString::stringWithFormat(constantString<"%ld">(), roundedFahrenheit(celsius));
-    return NSString::stringWithFormat(constantString<"It's %@%@ %@ and %@.">(), shown, constantString<"\u00B0">(), unit, word);
+    const Owned<NSString> word(conditionWord(readBack(conditionCode)));
+    const float celsius = temperature->floatValue();
+    const bool showsCelsius = isCelsius();
+    NSString* const unit = showsCelsius ? constantString<"C">() : constantString<"F">();
+    NSString* const shown = showsCelsius ? NSString::stringWithFormat(constantString<"%@">(), temperature)
+                                         : NSString::stringWithFormat(constantString<"%ld">(), roundedFahrenheit(celsius));
+    return NSString::stringWithFormat(constantString<"It's %@%@ %@ and %@.">(), shown, constantString<"\u00B0">(), unit,
+                                      word.get());
 }
 
 NSString* getTempString()
@@ -40,16 +44,15 @@ NSString* getTempString()
     WeatherLocationManager::sharedWeatherLocationManager()->setLocationTrackingActive(true);
     WeatherPreferences::sharedPreferences()->setLocalWeatherEnabled(true);
 
-    // The service hands out the city it holds at the moment of asking, so each use asks again.
-    LocationUpdater* const updater = LocationUpdater::sharedLocationUpdater();
-    const id location = WeatherLocationManager::sharedWeatherLocationManager()->location();
+    // The service hands out the city it holds at the moment of asking, so each use asks again. What is kept from one message
+    // to the next is owned: the service may have let it go by then.
+    const Owned<LocationUpdater> updater(LocationUpdater::sharedLocationUpdater());
+    const Owned<NSObject> location(WeatherLocationManager::sharedWeatherLocationManager()->location());
     updater->updateWeatherForLocation_city(location, localCity());
     updater->handleCompletionForCity_withUpdateDetail(localCity(), 0);
     localCity()->update();
-    NSString* const temperature = localCity()->temperature();
+    const Owned<NSString> temperature(localCity()->temperature());
     const auto conditionCode = static_cast<std::uint32_t>(localCity()->conditionCode());
-    const float celsius = temperature->floatValue();
-    const bool isCelsius = WeatherPreferences::sharedPreferences()->isCelsius();
 
-    return weatherSentence(temperature, celsius, conditionCode, isCelsius);
+    return weatherSentence(temperature, conditionCode, [] { return WeatherPreferences::sharedPreferences()->isCelsius(); });
 }

@@ -5,9 +5,9 @@
 #include "platform/Foundation/NSString.hpp"
 
 /// The sentence for a temperature and a condition code. `temperature` is degrees Celsius as the weather service writes
-/// them (nil without a city) and `celsius` is its value; Celsius shows the text verbatim, Fahrenheit the value
-/// converted and rounded, halves away from zero.
-NSString* weatherSentence(NSString* temperature, float celsius, std::uint32_t conditionCode, bool isCelsius);
+/// them, nil without a city; Celsius shows the text verbatim, Fahrenheit its value converted and rounded, halves away from
+/// zero. `isCelsius` is asked last. Autoreleased.
+NSString* weatherSentence(NSString* temperature, std::uint32_t conditionCode, bool (*isCelsius)());
 
 #pragma GCC visibility push(default)
 extern "C" {

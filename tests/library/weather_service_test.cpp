@@ -339,6 +339,96 @@ TEST_F(WeatherSentence, HasADegreeSignOfOneCharacter)
     EXPECT_EQ(made->length(), 20U);
 }
 
+namespace {
+
+/// Something that the service has let go of before the sentence was made.
+id weakObject = nullptr;
+bool wasThere = false;
+
+void letGoOf(NSObject*& object)
+{
+    objc_release(object);
+    wasThere = weakObject != nullptr;
+    object = nullptr;
+}
+
+/// A sentence, in the middle of which the service forgets what `forgotten` holds.
+std::string sentenceWithout(NSObject* forgotten)
+{
+    objc_storeWeak(&weakObject, forgotten);
+    return sentenceText();
+}
+
+} // namespace
+
+TEST_F(WeatherSentence, IsMadeOfATemperatureThatTheCityHasForgotten)
+{
+    takeNotes();
+    simulator::replaceMethod<"conditionCode">(
+        objc_getClass("SpyCity"), +[](NSObject*, SEL) -> NSInteger {
+            letGoOf(answers.temperature);
+            return 26;
+        });
+    EXPECT_EQ(sentenceWithout(answers.temperature), "It's a few° C and Cloudy.");
+    EXPECT_TRUE(wasThere);
+    EXPECT_EQ(weakObject, nullptr);
+}
+
+TEST_F(WeatherSentence, TellsTheUpdaterOfALocationThatTheManagerHasForgotten)
+{
+    takeNotes();
+    simulator::replaceMethod<"localWeatherCity">(
+        objc_getClass("WeatherPreferences"), +[](NSObject*, SEL) -> id {
+            if (answers.location != nullptr)
+                letGoOf(answers.location);
+            return answers.city;
+        });
+    sentenceWithout(answers.location);
+    EXPECT_TRUE(wasThere);
+    EXPECT_EQ(weakObject, nullptr);
+}
+
+TEST_F(WeatherSentence, KeepsTheUpdaterUntilItIsMade)
+{
+    takeNotes();
+    static NSObject* updater = nullptr;
+    updater = spyObject<"SpyUpdater">("updater");
+    const Class cls = objc_getClass("SpyUpdater");
+    simulator::addMethod<"updateWeatherForLocation:city:">(cls, +[](id, SEL, id, id) { letGoOf(updater); });
+    simulator::addMethod<"handleCompletionForCity:withUpdateDetail:">(cls, +[](id, SEL, id, NSUInteger) {});
+    simulator::replaceMethod<"sharedLocationUpdater">(
+        simulator::metaclassOf(objc_getClass("LocationUpdater")), +[](NSObject*, SEL) { return updater; });
+    sentenceWithout(updater);
+    EXPECT_TRUE(wasThere);
+    EXPECT_EQ(weakObject, nullptr);
+}
+
+TEST_F(WeatherSentence, HasTheWordThatThereWasBeforeTheTemperatureWasRead)
+{
+    takeNotes();
+    answers.conditionCode = 26;
+    static NSObject*& cloudy = exportedVariable("cloudyString");
+    cloudy = NSString::alloc()->initWithUTF8String("a word that is long enough to be an object");
+    simulator::replaceMethod<"floatValue">(
+        objc_getClass("SpyTemperature"), +[](NSObject*, SEL) -> float {
+            letGoOf(cloudy);
+            return 12;
+        });
+    EXPECT_EQ(sentenceWithout(cloudy), "It's a few° C and a word that is long enough to be an object.");
+    EXPECT_TRUE(wasThere);
+}
+
+TEST_F(WeatherSentence, ReadsTheTemperatureBeforeItAsksForTheUnit)
+{
+    takeNotes();
+    simulator::replaceMethod<"floatValue">(
+        objc_getClass("SpyTemperature"), +[](NSObject*, SEL) -> float {
+            answers.showsCelsius = NO;
+            return 12;
+        });
+    EXPECT_EQ(sentenceText(), "It's 54° F and Not Available.");
+}
+
 // Condition words
 
 using ConditionWords = TestOn<InjectedPhone>;
