@@ -27,6 +27,7 @@ void observeDarwinNotification(NSString* name, CFNotificationCallback callback)
 
 [[gnu::constructor]] void installHooks()
 {
+    const AutoreleasePool pool;
     setConditionWords();
     palString = constantString<"Pal">();
     registerSVWidget();

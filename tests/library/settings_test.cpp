@@ -304,6 +304,13 @@ TEST_F(Settings, OwnTheirDictionaryOnce)
     EXPECT_EQ(retainCount(settings()), 1U);
 }
 
+TEST_F(Settings, LeaveNothingOfTheirFirstReadingToAPoolOfTheLoaders)
+{
+    phone.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string></dict>");
+    phone.inject();
+    EXPECT_EQ(retainCount(settings()), 1U);
+}
+
 TEST_F(Settings, LetGoOfThePreviousName)
 {
     id previous = nullptr;
