@@ -79,7 +79,8 @@ void addIconFor_andBadgeCount(SVAppsView* self, SEL, NSObject* item, long count)
     const Owned<UIImageView> icon = squareView(self, iconSide);
     icon->setImage(self->iconForListItem(item));
     addBadge(self, icon, count);
-    // A notification that names no application has nothing to be kept under; a nil key would end SpringBoard.
+    // A notification that names no application, a card without an identifier and an alert without a title have nothing to be
+    // kept under, and show no icon: a nil key would end SpringBoard. This is meant.
     if (identifier != nullptr)
         self->iconImgViews()->setObject_forKey(icon, identifier);
 }
