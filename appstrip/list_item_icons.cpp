@@ -31,7 +31,7 @@ SBAwaySystemAlertItem* asSystemAlert(NSObject* item)
     return asKind<SBAwaySystemAlertItem, "SBAwaySystemAlertItem">(item);
 }
 
-UIImage* bundleIcon(const Owned<NSString>& identifier)
+Owned<UIImage> bundleIcon(const Owned<NSString>& identifier)
 {
     return SBApplicationIconImage::_applicationIconImageForBundleIdentifier_format_scale(identifier, formatOfBundleIcon,
                                                                                          UIScreen::mainScreen()->scale());
@@ -49,13 +49,13 @@ SBApplication* applicationOf(SVAppsView* strip, SBAwayBulletinListItem* item)
 }
 
 /// The image outlives the icon that drew it, which may be its only owner.
-UIImage* applicationIcon(const Owned<SBApplication>& application)
+Owned<UIImage> applicationIcon(const Owned<SBApplication>& application)
 {
     const Owned<SBApplicationIcon> icon = adopt(SBApplicationIcon::alloc()->initWithApplication(application));
-    return Owned(icon->generateIconImage(formatOfApplicationIcon)).autorelease();
+    return icon->generateIconImage(formatOfApplicationIcon);
 }
 
-UIImage* bulletinIcon(SVAppsView* strip, SBAwayBulletinListItem* item)
+Owned<UIImage> bulletinIcon(SVAppsView* strip, SBAwayBulletinListItem* item)
 {
     // Calendar's icon shows the day: SpringBoard draws it for the bundle, not for the application.
     if (strip->identifierForListItem(item)->isEqualToString(constantString<"com.apple.mobilecal">()))
@@ -76,15 +76,20 @@ NSString* identifierForListItem(SVAppsView*, SEL, NSObject* item)
     return constantString<"noIdentifier">();
 }
 
-UIImage* iconForListItem(SVAppsView* self, SEL, NSObject* item)
+Owned<UIImage> iconOf(SVAppsView* strip, NSObject* item)
 {
     if (SBAwayBulletinListItem* const bulletin = asBulletin(item))
-        return bulletinIcon(self, bulletin);
+        return bulletinIcon(strip, bulletin);
     if (SBAwayCardListItem* const card = asCard(item))
         return card->cardThumbnail();
     if (SBAwaySystemAlertItem* const alert = asSystemAlert(item))
         return alert->iconImage();
     return bundleIcon(nullptr);
+}
+
+UIImage* iconForListItem(SVAppsView* self, SEL, NSObject* item)
+{
+    return iconOf(self, item).autorelease();
 }
 
 } // namespace

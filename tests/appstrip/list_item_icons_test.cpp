@@ -416,6 +416,29 @@ TEST_F(ListItems, AnImageOutlivesTheIconThatOwnsIt)
     EXPECT_EQ(weakImage, nullptr);
 }
 
+TEST_F(ListItems, AnImageOutlivesTheItemThatOwnsIt)
+{
+    Owned<NSObject> items[3];
+    {
+        // What their making leaves behind goes with this.
+        const AutoreleasePool pool;
+        items[0] = simulator::cardItem(text("pass.ferry.7"), nullptr);
+        items[1] = simulator::systemAlertItem(text("Low Battery"), nullptr);
+        items[2] = notification("noIdentifier");
+    }
+    for (Owned<NSObject>& item : items) {
+        const std::string kind = class_getName(object_getClass(item));
+        {
+            const AutoreleasePool pool;
+            objc_storeWeak(&weakImage, icon(item));
+            ASSERT_NE(weakImage, nullptr) << kind;
+            item = nullptr;
+            EXPECT_NE(weakImage, nullptr) << kind;
+        }
+        EXPECT_EQ(weakImage, nullptr) << kind;
+    }
+}
+
 // Nothing is kept
 
 TEST_F(ListItems, ABulletinIsAskedForItsIdentifierThreeTimes)
