@@ -6,10 +6,6 @@
 
 namespace {
 
-/// Every month has this day. A day of creation after it may be missing in the month that is shown, and a date that does
-/// not exist reads as none, or as one of the next month.
-constexpr NSInteger lastDayOfEveryMonth = 28;
-
 Owned<NSDateFormatter> formatterWithPattern(NSString* pattern)
 {
     Owned<NSDateFormatter> formatter = adopt(NSDateFormatter::alloc()->init());
@@ -21,6 +17,24 @@ NSDate* dateFromDigits(NSString* digits)
 {
     const Owned<NSDateFormatter> formatter = formatterWithPattern(constantString<"dd-MM-yyyy">());
     return Owned(formatter->dateFromString(digits)).autorelease();
+}
+
+/// Every month has this day. A day of creation after it may be missing in the month that is shown, and a date that does
+/// not exist reads as none, or as one of the next month.
+constexpr NSInteger lastDayOfEveryMonth = 28;
+
+/// Some day of the month that is shown: that of creation if it can be had. A clock change may leave out the midnight with
+/// which a day begins, and a short month of another calendar system may lack the day; the first or the second of the month
+/// is there then.
+NSDate* someDayOfShownMonth(const APLCalendarIvars& ivars)
+{
+    const NSInteger days[] = {ivars._day < lastDayOfEveryMonth ? ivars._day : lastDayOfEveryMonth, 1, 2};
+    NSDate* date = nullptr;
+    for (const NSInteger day : days) {
+        if (date == nullptr)
+            date = dateFromDigits(NSString::stringWithFormat(constantString<"%li-%li-%li">(), day, ivars._month, ivars._year));
+    }
+    return date;
 }
 
 /// Steps and draws anew, holding the view's lock.
@@ -36,10 +50,7 @@ void redrawAfter(APLCalendar* self, SEL)
 
 NSInteger getTotalDaysInCurrentMonth(APLCalendar* self, SEL)
 {
-    const APLCalendarIvars& ivars = ivarsOf(self);
-    const NSInteger day = ivars._day < lastDayOfEveryMonth ? ivars._day : lastDayOfEveryMonth;
-    NSDate* const date =
-        dateFromDigits(NSString::stringWithFormat(constantString<"%li-%li-%li">(), day, ivars._month, ivars._year));
+    NSDate* const date = someDayOfShownMonth(ivarsOf(self));
     const NSRange days = NSCalendar::currentCalendar()->rangeOfUnit_inUnit_forDate(NSCalendarUnitDay, NSCalendarUnitMonth, date);
     return static_cast<NSInteger>(days.length);
 }

@@ -5,6 +5,7 @@
 #include <iostream>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "platform/UIKit/UIScreen.hpp"
 #include "platform/UIKit/UIView.hpp"
@@ -14,6 +15,7 @@
 #include "simulator/console/numbers.hpp"
 #include "simulator/console/waiting.hpp"
 #include "simulator/foundation/clock.hpp"
+#include "simulator/foundation/customs.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/preferences.hpp"
 #include "simulator/foundation/strings.hpp"
@@ -145,6 +147,36 @@ void setWeather(Console&, Words arguments)
 void setUnits(Console&, Words arguments)
 {
     setShowsCelsius(chosen<bool>(arguments[0], {{"celsius", true}, {"fahrenheit", false}}));
+}
+
+/// The word for what the region has.
+constexpr std::string_view regionsOwn = "region";
+
+void setCalendar(Console&, Words arguments)
+{
+    const std::vector<std::string> systems = calendarSystems();
+    if (arguments[0] == regionsOwn) {
+        customs().calendar.reset();
+        return;
+    }
+    if (std::ranges::find(systems, arguments[0]) == systems.end()) {
+        std::string expected(regionsOwn);
+        for (const std::string& system : systems)
+            expected += ", " + system;
+        throw BadLine("there is no calendar \"" + arguments[0] + "\": write one of " + expected);
+    }
+    customs().calendar = arguments[0];
+}
+
+void setHours(Console&, Words arguments)
+{
+    customs().hours =
+        chosen<Hours>(arguments[0], {{"12", Hours::twelve}, {"24", Hours::twentyFour}, {regionsOwn, Hours::asTheRegion}});
+}
+
+void setDigits(Console&, Words arguments)
+{
+    customs().readsDigitsOfAnyScript = chosen<bool>(arguments[0], {{"any", true}, {"ascii", false}});
 }
 
 void setName(Console&, Words arguments)
@@ -349,6 +381,9 @@ constexpr Command commands[] = {
     {"clock", "YYYY-MM-DDThh:mm:ss | live", 1, 1, false, setClock},
     {"weather", "TEMP CODE | none", 1, 2, false, setWeather},
     {"units", "celsius | fahrenheit", 1, 1, false, setUnits},
+    {"calendar", "NAME | region", 1, 1, false, setCalendar},
+    {"hours", "12 | 24 | region", 1, 1, false, setHours},
+    {"digits", "any | ascii", 1, 1, false, setDigits},
     {"name", "TEXT | none", 1, 1, false, setName},
     {"post", "NAME", 1, 1, false, post},
     {"lock", "", 0, 0, false, lock},

@@ -63,6 +63,17 @@ Script::Position scriptFromJson(const json& script)
     return {script.at("descriptor").get<int>(), script.at("lines").get<long>(), {beginning.begin(), beginning.end()}};
 }
 
+json customsToJson(const Customs& customs)
+{
+    return {{"calendar", orNull(customs.calendar)}, {"hours", customs.hours}, {"any digits", customs.readsDigitsOfAnyScript}};
+}
+
+Customs customsFromJson(const json& customs)
+{
+    return {unlessNull<std::string>(customs.at("calendar")), customs.at("hours").get<Hours>(),
+            customs.at("any digits").get<bool>()};
+}
+
 json toJson(const Continuation& continuation)
 {
     return {
@@ -70,6 +81,7 @@ json toJson(const Continuation& continuation)
         {"clock", orNull(continuation.frozenClock)},
         {"weather", weatherToJson(continuation.weather)},
         {"celsius", continuation.showsCelsius},
+        {"customs", customsToJson(continuation.customs)},
         {"log", continuation.log},
         {"locked", continuation.isLocked},
     };
@@ -82,6 +94,7 @@ Continuation fromJson(const json& continuation)
         .frozenClock = unlessNull<double>(continuation.at("clock")),
         .weather = weatherFromJson(continuation.at("weather")),
         .showsCelsius = continuation.at("celsius").get<bool>(),
+        .customs = customsFromJson(continuation.at("customs")),
         .log = continuation.at("log").get<std::vector<std::string>>(),
         .isLocked = continuation.at("locked").get<bool>(),
     };
@@ -121,6 +134,7 @@ Continuation presentState(Script& script)
         .frozenClock = frozenClock(),
         .weather = localWeather(),
         .showsCelsius = showsCelsius(),
+        .customs = customs(),
         .log = takeSystemLog(),
         .isLocked = lockScreenView() != nullptr,
     };
@@ -158,6 +172,7 @@ void restoreSurroundings(const Continuation& continuation)
         freezeClockAt(*continuation.frozenClock);
     setLocalWeather(continuation.weather);
     setShowsCelsius(continuation.showsCelsius);
+    customs() = continuation.customs;
     restoreSystemLog(continuation.log);
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "simulator/console/Script.hpp"
+#include "simulator/foundation/customs.hpp"
 #include "simulator/services/weather.hpp"
 
 /// SpringBoard's relaunch: the process is replaced by a fresh one, which goes on with the script in the same surroundings.
@@ -18,6 +19,7 @@ struct Continuation {
     std::optional<double> frozenClock;
     std::optional<LocalWeather> weather;
     bool showsCelsius;
+    Customs customs;
     std::vector<std::string> log;
     bool isLocked;
 };
@@ -26,7 +28,7 @@ struct Continuation {
 /// std::runtime_error when it cannot be read.
 std::optional<Continuation> takeContinuation();
 
-/// Puts the clock, the weather, its unit and the log back.
+/// Puts the clock, the weather, its unit, the user's customs and the log back.
 void restoreSurroundings(const Continuation& continuation);
 
 /// Replaces the process. `arguments` is main's. A failure is reported on standard error and ends the process with status 2.

@@ -20,4 +20,7 @@ void runClock();
 /// The moment at which the clock is frozen, in seconds since 1970-01-01T00:00:00Z; none when it runs.
 std::optional<double> frozenClock();
 
+/// What the clock shows, in seconds since 1970-01-01T00:00:00Z.
+double presentMoment();
+
 } // namespace simulator

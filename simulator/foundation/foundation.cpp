@@ -7,11 +7,13 @@ namespace simulator {
 void prepareFoundation()
 {
     addRuntimeEntryPoints();
+    replaceTimeZone();
     replaceClock();
     replacePropertyListReading();
     replaceLocale();
     replaceNumberReading();
-    replaceCalendarRanges();
+    replaceCalendars();
+    replaceDateFormatters();
 }
 
 } // namespace simulator

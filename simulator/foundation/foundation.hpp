@@ -5,12 +5,14 @@ namespace simulator {
 /// Makes GNUstep's Foundation behave as the phone's where a library on the phone can tell. To be called once, first.
 void prepareFoundation();
 
-/// The parts of it: the clock; property lists read from the phone's file tree; the locale, the numbers and the calendar of
-/// the user.
+/// The parts of it: the user's time zone, in which whatever follows counts; the clock; property lists read from the phone's file
+/// tree; the user's locale, numbers and calendar; dates as texts. Throws std::runtime_error for a TZ that nobody knows.
+void replaceTimeZone();
 void replaceClock();
 void replacePropertyListReading();
 void replaceLocale();
 void replaceNumberReading();
-void replaceCalendarRanges();
+void replaceCalendars();
+void replaceDateFormatters();
 
 } // namespace simulator

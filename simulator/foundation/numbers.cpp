@@ -6,14 +6,22 @@
 #include <unicode/uchar.h>
 
 #include "platform/Foundation/NSString.hpp"
+#include "simulator/foundation/customs.hpp"
 #include "simulator/foundation/foundation.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 
-/// Texts are read as numbers in the decimal digits of any script; GNUstep knows ASCII's alone.
+/// Texts are read as numbers in the decimal digits of any script, unless the phone is to know ASCII's alone.
 
 namespace simulator {
 
 namespace {
+
+/// The value of a decimal digit that the phone reads, or -1.
+int digitValue(unichar character)
+{
+    constexpr unichar lastOfASCII = 0x7f;
+    return character <= lastOfASCII || customs().readsDigitsOfAnyScript ? u_charDigitValue(character) : -1;
+}
 
 /// White space, a sign, digits; what follows is passed over. Without digits 0; beyond the range the nearest limit.
 int intValue(NSString* self, SEL)
@@ -29,7 +37,7 @@ int intValue(NSString* self, SEL)
     std::int64_t value = 0;
     constexpr std::int64_t beyond = std::int64_t{1} << 32;
     for (; index < length; ++index) {
-        const int digit = u_charDigitValue(self->characterAtIndex(index));
+        const int digit = digitValue(self->characterAtIndex(index));
         if (digit < 0)
             break;
         if (value < beyond)

@@ -1,4 +1,5 @@
 #include "platform/Foundation/NSDateFormatter.hpp"
+#include "simulator/foundation/customs.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 #include "simulator/springboard/views.hpp"
@@ -43,7 +44,9 @@ void layoutSubviews(UIView* self, SEL)
 {
     const auto& view = ivarsOf<DateViewState>(self);
     NSDate* const now = NSDate::date();
-    view.time->setText(formatted(now, constantString<"H:mm">()));
+    // Without the half of the day, which a rewritten pattern would have.
+    const bool hasTwelveHours = customs().hours == Hours::twelve;
+    view.time->setText(formatted(now, hasTwelveHours ? constantString<"h:mm">() : constantString<"H:mm">()));
     view.date->setText(formatted(now, constantString<"EEEE, d MMMM">()));
 }
 

@@ -51,6 +51,16 @@ void setMonth(UIView* calendar, NSInteger year, NSInteger month);
 /// "2014-3", what the calendar says it shows.
 std::string shownMonth(UIView* calendar);
 
+/// What the calendar finds of the month that it shows.
+inline NSInteger lengthOfShownMonth(UIView* calendar)
+{
+    return send<"getTotalDaysInCurrentMonth", NSInteger>(calendar);
+}
+inline NSInteger offsetOfShownMonth(UIView* calendar)
+{
+    return send<"getOffsetDays", NSInteger>(calendar);
+}
+
 /// Shows that month: drawn anew.
 void showMonth(UIView* calendar, NSInteger year, NSInteger month);
 

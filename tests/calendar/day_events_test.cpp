@@ -514,7 +514,7 @@ INSTANTIATE_TEST_SUITE_P(, DateTextIn,
                                          DateLanguage{"German", "de_DE.UTF-8", "5 März 2014, 09:00"},
                                          DateLanguage{"French", "fr_FR.UTF-8", "5 mars 2014, 09:00"},
                                          DateLanguage{"Arabic", "ar_EG.UTF-8", "٥ مارس ٢٠١٤, ٠٩:٠٠"},
-                                         DateLanguage{"Persian", "fa_IR.UTF-8", "۵ مارس ۲۰۱۴, ۰۹:۰۰"}),
+                                         DateLanguage{"Persian", "fa_IR.UTF-8@calendar=gregorian", "۵ مارس ۲۰۱۴, ۰۹:۰۰"}),
                          [](const auto& info) { return info.param.name; });
 
 // Through the console

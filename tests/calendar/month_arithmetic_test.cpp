@@ -1,5 +1,11 @@
+#include <algorithm>
 #include <chrono>
+#include <cstdlib>
+#include <ctime>
+#include <fstream>
 #include <gmock/gmock.h>
+#include <ranges>
+#include <sstream>
 
 #include "platform/Foundation/NSDate.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
@@ -15,16 +21,6 @@ using testing::ElementsAre;
 
 constexpr int firstYear = 1900;
 constexpr int lastYear = 2100;
-
-NSInteger lengthOfShownMonth(UIView* calendar)
-{
-    return send<"getTotalDaysInCurrentMonth", NSInteger>(calendar);
-}
-
-NSInteger offsetOfShownMonth(UIView* calendar)
-{
-    return send<"getOffsetDays", NSInteger>(calendar);
-}
 
 NSInteger lengthOf(int year, int month)
 {
@@ -252,7 +248,7 @@ INSTANTIATE_TEST_SUITE_P(In, MonthOffsetInLocale,
                          testing::Values(Week{"American", "en_US.UTF-8", std::chrono::Sunday},
                                          Week{"German", "de_DE.UTF-8", std::chrono::Monday},
                                          Week{"Egyptian", "ar_EG.UTF-8", std::chrono::Saturday},
-                                         Week{"Persian", "fa_IR.UTF-8", std::chrono::Saturday},
+                                         Week{"Persian", "fa_IR.UTF-8@calendar=gregorian", std::chrono::Saturday},
                                          Week{"Plain", "C", std::chrono::Sunday}),
                          [](const auto& info) { return info.param.name; });
 
@@ -311,17 +307,134 @@ TEST(MonthOffset, AsksForTheWeekdayInTheLocalesOwnCount)
     EXPECT_THAT(questions, ElementsAre("dd-MM-yyyy", "behaviour 1040", "e"));
 }
 
-// Time zones in which a month's first midnight was skipped by a clock change
+// Midnights that a clock change leaves out
+
+namespace {
+
+/// Has the phone's clocks go by other rules, written as in TZ.
+void moveTo(const std::string& timeZone)
+{
+    ::setenv("TZ", timeZone.c_str(), 1);
+    ::tzset();
+}
+
+/// Whether the clocks show the midnight with which the day begins, as the C library knows it.
+bool hasMidnight(int year, int month, int day)
+{
+    std::tm midnight{};
+    midnight.tm_year = year - 1900;
+    midnight.tm_mon = month - 1;
+    midnight.tm_mday = day;
+    midnight.tm_isdst = -1;
+    ::mktime(&midnight);
+    return midnight.tm_hour == 0 && midnight.tm_min == 0 && midnight.tm_mday == day;
+}
+
+/// A 1st without midnight is no date, so its weekday cannot be read.
+NSInteger expectedOffset(int year, int month)
+{
+    return hasMidnight(year, month, 1) ? offsetOf(year, month, std::chrono::Monday) : -1;
+}
+
+/// The time zones that have differed since 1970.
+std::vector<std::string> timeZones()
+{
+    std::vector<std::string> names;
+    std::ifstream table("/usr/share/zoneinfo/zone1970.tab");
+    for (std::string line; std::getline(table, line);) {
+        if (line.starts_with('#'))
+            continue;
+        std::istringstream columns(line);
+        std::string countries, place, name;
+        columns >> countries >> place >> name;
+        names.push_back(name);
+    }
+    return names;
+}
+
+/// Whether the clocks are changed in the month, or near it.
+bool hasClockChange(int year, int month)
+{
+    const auto offsetOn = [](std::chrono::sys_days day) {
+        const std::time_t moment = std::chrono::system_clock::to_time_t(day);
+        std::tm shown{};
+        ::localtime_r(&moment, &shown);
+        return shown.tm_gmtoff;
+    };
+    const sys_days first(std::chrono::year(year) / month / 1);
+    const auto offset = offsetOn(first - std::chrono::days(1));
+    return std::ranges::any_of(std::views::iota(0, 6),
+                               [&](int week) { return offsetOn(first + std::chrono::weeks(week)) != offset; });
+}
+
+std::vector<int> daysWithoutMidnight(int year, int month)
+{
+    std::vector<int> days;
+    for (int day = 1; hasClockChange(year, month) && day <= lengthOf(year, month); ++day) {
+        if (!hasMidnight(year, month, day))
+            days.push_back(day);
+    }
+    return days;
+}
+
+/// Every month from 2000 to 2037 where the phone is: on every day of creation if the month lacks a midnight, and on one if
+/// it is like any other. Gives how many lack one.
+int expectEveryMonthRight(UIView* calendar, const std::string& place)
+{
+    int months = 0;
+    forEachMonth(2000, 2037, [&](int year, int month) {
+        setMonth(calendar, year, month);
+        const bool isOrdinary = daysWithoutMidnight(year, month).empty();
+        // What is ordinary is the same everywhere: a year of it will do.
+        if (isOrdinary && year != 2014)
+            return;
+        months += isOrdinary ? 0 : 1;
+        for (const int day : isOrdinary ? std::views::iota(15, 16) : std::views::iota(1, 32)) {
+            variable(calendar, "_day") = day;
+            ASSERT_EQ(lengthOfShownMonth(calendar), lengthOf(year, month)) << place << ' ' << year << '-' << month << ", " << day;
+        }
+        ASSERT_EQ(offsetOfShownMonth(calendar), expectedOffset(year, month)) << place << ' ' << year << '-' << month;
+    });
+    return months;
+}
+
+} // namespace
+
+TEST(MonthWithoutSomeMidnights, IsAsLongInEveryTimeZoneAsElsewhere)
+{
+    const RegionalPhone phone(german);
+    const auto calendar = newCalendarOn("2014-01-15");
+    const auto names = timeZones();
+    ASSERT_GT(names.size(), 250U);
+    int months = 0;
+    for (const std::string& name : names) {
+        moveTo(name);
+        months += expectEveryMonthRight(calendar, name);
+    }
+    EXPECT_GT(months, 100);
+}
+
+TEST(MonthWithoutSomeMidnights, IsAsLongByRulesThatNeverChangeAgain)
+{
+    const RegionalPhone phone(german);
+    const auto calendar = newCalendarOn("2014-01-15");
+    // The rules of Brazil, Paraguay, Cuba, Lebanon, Syria and Iran in 2014.
+    for (const char* rules : {"<-03>3<-02>,M10.3.0/0,M2.3.0/0", "<-04>4<-03>,M10.1.0/0,M3.4.0/0", "CST5CDT,M3.2.0/0,M11.1.0/1",
+                              "EET-2EEST,M3.5.0/0,M10.5.0/0", "EET-2EEST,M3.5.5/0,M10.5.5/0", "<+0330>-3:30<+0430>,80/0,264/0"}) {
+        moveTo(rules);
+        EXPECT_EQ(expectEveryMonthRight(calendar, rules), 38) << rules;
+    }
+}
 
 class MonthWithoutItsFirstMidnight : public testing::TestWithParam<const char*> {};
 
-TEST_P(MonthWithoutItsFirstMidnight, IsAsLongAndBeginsWhereItDoesElsewhere)
+TEST_P(MonthWithoutItsFirstMidnight, IsAsLongAsElsewhereAndHasNoFirstWeekday)
 {
     const RegionalPhone phone({.language = "de_DE.UTF-8", .timeZone = GetParam()});
     const auto calendar = newCalendarOn("2014-01-15");
     forEachMonth(firstYear, lastYear, [&](int year, int month) {
         setMonth(calendar, year, month);
-        ASSERT_EQ(offsetOfShownMonth(calendar), offsetOf(year, month, std::chrono::Monday)) << year << '-' << month;
+        ASSERT_EQ(offsetOfShownMonth(calendar), expectedOffset(year, month)) << year << '-' << month;
         ASSERT_EQ(lengthOfShownMonth(calendar), lengthOf(year, month)) << year << '-' << month;
     });
 }
@@ -335,11 +448,20 @@ INSTANTIATE_TEST_SUITE_P(In, MonthWithoutItsFirstMidnight,
                              return name;
                          });
 
-TEST(MonthDrawnWithoutItsFirstMidnight, BeginsOnItsOwnFirstDay)
+TEST(MonthDrawnWithoutItsFirstMidnight, BeginsWithItsFirstDayAndHasNoTitle)
 {
     // On 1 October 2017, a Sunday, clocks in Asunción went from 23:59:59 to 01:00:00.
     const RegionalPhone phone({.language = "de_DE.UTF-8", .timeZone = "America/Asuncion"});
     const auto calendar = newCalendarOn("2017-10-15");
-    EXPECT_EQ(gridOf(calendar).front(), "(25) (26) (27) (28) (29) (30) 1");
-    EXPECT_EQ(textOf(variable<UILabel*>(calendar, "lblMonth")->text()), "Oktober 2017");
+    EXPECT_EQ(gridOf(calendar).front(), "1 2 3 4 5 6 7");
+    EXPECT_EQ(textOf(variable<UILabel*>(calendar, "lblMonth")->text()), "nil");
+}
+
+TEST(MonthOfADayWithoutMidnight, IsDrawnAsAnyOther)
+{
+    // On 4 November 2018 clocks in São Paulo went from 23:59:59 to 01:00:00.
+    const RegionalPhone phone({.language = "de_DE.UTF-8", .timeZone = "America/Sao_Paulo"});
+    const auto calendar = newCalendarOn("2018-11-04");
+    EXPECT_EQ(gridOf(calendar).front(), "(29) (30) (31) 1 2 3 [4]");
+    EXPECT_EQ(textOf(variable<UILabel*>(calendar, "lblMonth")->text()), "November 2018");
 }

@@ -1,0 +1,26 @@
+#include "simulator/foundation/customs.hpp"
+
+#include <memory>
+
+#include <unicode/calendar.h>
+
+namespace simulator {
+
+Customs& customs()
+{
+    static auto& chosen = *new Customs;
+    return chosen;
+}
+
+std::vector<std::string> calendarSystems()
+{
+    UErrorCode failure = U_ZERO_ERROR;
+    const std::unique_ptr<icu::StringEnumeration> names(
+        icu::Calendar::getKeywordValuesForLocale("calendar", icu::Locale::getRoot(), false, failure));
+    std::vector<std::string> systems;
+    while (const char* const name = names->next(nullptr, failure))
+        systems.emplace_back(name);
+    return systems;
+}
+
+} // namespace simulator

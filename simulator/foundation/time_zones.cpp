@@ -1,0 +1,116 @@
+#include "simulator/foundation/time_zones.hpp"
+
+#include <cmath>
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+
+#include "platform/Foundation/NSDate.hpp"
+#include "simulator/foundation/c_library_zone.hpp"
+#include "simulator/foundation/foundation.hpp"
+#include "simulator/foundation/icu_texts.hpp"
+#include "simulator/foundation/strings.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
+
+/// TZ names the user's time zone, in every form that the C library or ICU knows. GNUstep knows names alone, and asks the
+/// machine's settings first; so Foundation is given a zone that counts as the C library does.
+
+namespace simulator {
+
+namespace {
+
+bool isKnownToICU(const std::string& timeZone)
+{
+    const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(timeZone)));
+    return *zone != icu::TimeZone::getUnknown();
+}
+
+/// What the user's zone is called: TZ says so, or the machine.
+std::string chosenName(const char* timeZone)
+{
+    if (timeZone == nullptr)
+        return toUTF8(send<"name", NSString*>(send<"systemTimeZone", id>(classNamed<"NSTimeZone">())));
+    const std::string name = timeZone + (*timeZone == ':' ? 1 : 0);
+    return name.empty() ? "UTC" : name;
+}
+
+std::unique_ptr<icu::TimeZone> chosenZone(const char* timeZone)
+{
+    const std::string name = chosenName(timeZone);
+    if (timeZone == nullptr || isKnownToCLibrary(timeZone))
+        return cLibraryZone(name);
+    if (isKnownToICU(name))
+        return std::unique_ptr<icu::TimeZone>(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
+    throw std::runtime_error("TZ: \"" + std::string(timeZone) + "\" is no time zone that is known here");
+}
+
+const icu::TimeZone& userZone()
+{
+    static const icu::TimeZone& zone = *chosenZone(std::getenv("TZ")).release();
+    return zone;
+}
+
+struct UserTimeZoneState {};
+
+/// NSTimeZone's own wants a name and rules.
+NSObject* init(NSObject* self, SEL)
+{
+    return self;
+}
+
+NSString* name(NSObject*, SEL)
+{
+    icu::UnicodeString identifier;
+    return fromICU(userZone().getID(identifier));
+}
+
+NSInteger secondsFromGMTForDate(NSObject*, SEL, NSDate* date)
+{
+    return static_cast<NSInteger>(userOffsetAt(static_cast<std::int64_t>(std::floor(date->timeIntervalSince1970()))));
+}
+
+BOOL isDaylightSavingTimeForDate(NSObject*, SEL, NSDate* date)
+{
+    UErrorCode failure = U_ZERO_ERROR;
+    return BOOL{userZone().inDaylightTime(date->timeIntervalSince1970() * U_MILLIS_PER_SECOND, failure) != 0};
+}
+
+NSString* abbreviationForDate(NSObject* self, SEL, NSDate* date)
+{
+    icu::UnicodeString abbreviation;
+    const bool isSummerTime = isDaylightSavingTimeForDate(self, nullptr, date) != NO;
+    return fromICU(userZone().getDisplayName(isSummerTime, icu::TimeZone::SHORT, abbreviation));
+}
+
+} // namespace
+
+void replaceTimeZone()
+{
+    userZone();
+    SimulatedClass<UserTimeZoneState>("__NSTimeZone", "NSTimeZone")
+        .method<"init">(init)
+        .method<"name">(name)
+        .method<"secondsFromGMTForDate:">(secondsFromGMTForDate)
+        .method<"isDaylightSavingTimeForDate:">(isDaylightSavingTimeForDate)
+        .method<"abbreviationForDate:">(abbreviationForDate)
+        .registerClass();
+    send<"setDefaultTimeZone:">(classNamed<"NSTimeZone">(), send<"new", id>(classNamed<"__NSTimeZone">()));
+}
+
+std::int64_t userOffsetAt(std::int64_t moment)
+{
+    std::int32_t raw = 0;
+    std::int32_t summer = 0;
+    UErrorCode failure = U_ZERO_ERROR;
+    userZone().getOffset(static_cast<double>(moment) * U_MILLIS_PER_SECOND, false, raw, summer, failure);
+    return (raw + summer) / U_MILLIS_PER_SECOND;
+}
+
+std::unique_ptr<icu::TimeZone> zoneBehind(NSObject* timeZone)
+{
+    if (timeZone == nullptr || timeZone->isKindOfClass(classNamed<"__NSTimeZone">()))
+        return std::unique_ptr<icu::TimeZone>(userZone().clone());
+    return std::unique_ptr<icu::TimeZone>(icu::TimeZone::createTimeZone(toICU(send<"name", NSString*>(timeZone))));
+}
+
+} // namespace simulator
