@@ -4,6 +4,7 @@
 #include "platform/Foundation/NSCalendar.hpp"
 #include "platform/Foundation/NSDateFormatter.hpp"
 #include "platform/Foundation/NSLocale.hpp"
+#include "platform/runtime/AutoreleasePool.hpp"
 
 namespace {
 
@@ -27,15 +28,17 @@ NSString* getCalenderEventsForDay(APLCalendar* self, SEL, NSDate* start)
     NSPredicate* const predicate = store->predicateForEventsWithStartDate_endDate_calendars(start, end, calendars);
     const Owned<NSMutableArray> events = adopt(NSMutableArray::alloc()->initWithArray(store->eventsMatchingPredicate(predicate)));
 
-    NSString* text = constantString<"">();
+    Owned<NSString> text = constantString<"">();
     for (NSUInteger i = 0; i < events->count(); ++i) {
+        // Each text holds all before it: none is kept longer than the next needs it.
+        const AutoreleasePool pool;
         auto* const event = static_cast<EKEvent*>(events->objectAtIndex(i));
         NSString* const from = self->getStringFromDate(event->startDate());
         NSString* const until = self->getStringFromDate(event->endDate());
         NSString* const times = NSString::stringWithFormat(constantString<"%@ - %@">(), from, until);
-        text = NSString::stringWithFormat(constantString<"%@%@\n%@\n\n">(), text, event->title(), times);
+        text = NSString::stringWithFormat(constantString<"%@%@\n%@\n\n">(), text.get(), event->title(), times);
     }
-    return text;
+    return text.autorelease();
 }
 
 NSString* getStringFromDate(APLCalendar*, SEL, NSDate* date)
