@@ -97,13 +97,18 @@ void replaceTimeZone()
     send<"setDefaultTimeZone:">(classNamed<"NSTimeZone">(), send<"new", id>(classNamed<"__NSTimeZone">()));
 }
 
-std::int64_t userOffsetAt(std::int64_t moment)
+std::int64_t offsetOf(const icu::TimeZone& zone, std::int64_t moment)
 {
     std::int32_t raw = 0;
     std::int32_t summer = 0;
     UErrorCode failure = U_ZERO_ERROR;
-    userZone().getOffset(static_cast<double>(moment) * U_MILLIS_PER_SECOND, false, raw, summer, failure);
+    zone.getOffset(static_cast<double>(moment) * U_MILLIS_PER_SECOND, false, raw, summer, failure);
     return (raw + summer) / U_MILLIS_PER_SECOND;
+}
+
+std::int64_t userOffsetAt(std::int64_t moment)
+{
+    return offsetOf(userZone(), moment);
 }
 
 std::unique_ptr<icu::TimeZone> zoneBehind(NSObject* timeZone)

@@ -1,5 +1,9 @@
 #include "platform/EventKit/EventKit.hpp"
 
+#include <algorithm>
+#include <cstdint>
+
+#include "platform/Foundation/NSLog.hpp"
 #include "platform/runtime/each.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/strings.hpp"
@@ -67,7 +71,7 @@ NSPredicate* predicateForEvents(EKEventStore*, SEL, NSDate* start, NSDate* end, 
     return Owned<NSPredicate>(predicate).autorelease();
 }
 
-NSDate* dateAt(std::time_t seconds)
+NSDate* dateAt(std::int64_t seconds)
 {
     return NSDate::dateWithTimeIntervalSince1970(static_cast<NSTimeInterval>(seconds));
 }
@@ -80,18 +84,26 @@ Owned<EKEvent> eventFor(const CalendarEvent& found)
     return event;
 }
 
-/// The events of each calendar in turn, by their beginning.
+/// The events of each calendar in turn, by their beginning. Of a longer period only the first four years are searched
+/// (EKEventStore's own limit). Between no dates there are no events.
 NSArray* eventsMatchingPredicate(EKEventStore* self, SEL, NSPredicate* predicate)
 {
     const auto& wanted = ivarsOf<PredicateState>(predicate);
-    const auto start = static_cast<std::time_t>(wanted.start->timeIntervalSince1970());
-    const auto end = static_cast<std::time_t>(wanted.end->timeIntervalSince1970());
     const Owned<NSMutableArray> events = adopt(NSMutableArray::alloc()->init());
+    if (wanted.start == nullptr || wanted.end == nullptr)
+        return Owned<NSMutableArray>(events).autorelease();
+    constexpr std::int64_t fourYears = std::int64_t{4 * 365 + 1} * 86400;
+    const auto start = static_cast<std::int64_t>(wanted.start->timeIntervalSince1970());
+    const auto end = std::min(static_cast<std::int64_t>(wanted.end->timeIntervalSince1970()), start + fourYears);
     for (EKCalendar* calendar : ivarsOf<EventStoreState>(self).calendars) {
         if (wanted.calendars != nullptr && send<"containsObject:", BOOL>(wanted.calendars.get(), calendar) == NO)
             continue;
-        for (const CalendarEvent& event : eventsInFile(ivarsOf<CalendarState>(calendar).file, start, end))
+        const auto& file = ivarsOf<CalendarState>(calendar).file;
+        const FoundEvents found = eventsInFile(file, start, end);
+        for (const CalendarEvent& event : found.events)
             events->addObject(eventFor(event));
+        for (const std::string& cut : found.cuts)
+            NSLog(constantString<"%@: %@">(), toNSString(file.filename().native()), toNSString(cut));
     }
     return Owned<NSMutableArray>(events).autorelease();
 }
@@ -121,7 +133,7 @@ void addEvent(const std::string& title, double start, double end)
     const auto folder = onThisMachine(calendarFolder);
     const auto calendars = calendarFiles(folder);
     addEventToFile(calendars.empty() ? folder / "Calendar.ics" : calendars.front(),
-                   {title, static_cast<std::time_t>(start), static_cast<std::time_t>(end), false});
+                   {title, static_cast<std::int64_t>(start), static_cast<std::int64_t>(end), false});
 }
 
 } // namespace simulator

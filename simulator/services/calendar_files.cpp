@@ -1,224 +1,202 @@
 #include "simulator/services/calendar_files.hpp"
 
 #include <algorithm>
+#include <cctype>
+#include <deque>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <memory>
-#include <set>
-
-#include <libical/ical.h>
+#include <unordered_map>
 
 #include "simulator/foundation/whole_file.hpp"
+#include "simulator/services/calendar_events.hpp"
+#include "simulator/services/calendar_text.hpp"
 
 namespace simulator {
 
 namespace {
 
-struct ComponentCloser {
-    void operator()(icalcomponent* component) const { icalcomponent_free(component); }
-};
-using ComponentPointer = std::unique_ptr<icalcomponent, ComponentCloser>;
+constexpr std::int64_t secondsPerDay = 86400;
 
-struct RecurrenceCloser {
-    void operator()(icalrecur_iterator* iterator) const { icalrecur_iterator_free(iterator); }
-};
-
-/// The calendar in a file; null when there is none.
-ComponentPointer readCalendar(const std::filesystem::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-    ComponentPointer calendar(icalparser_parse_string(bytes.c_str()));
-    if (calendar == nullptr || icalcomponent_isa(calendar.get()) != ICAL_VCALENDAR_COMPONENT)
-        return nullptr;
-    return calendar;
-}
-
-/// A time with neither zone nor "Z" is a time of the process's zone, whose rules the C library knows.
-std::time_t moment(const icaltimetype& time)
-{
-    if (time.zone != nullptr && !icaltime_is_date(time))
-        return icaltime_as_timet_with_zone(time, time.zone);
-    std::tm local{};
-    local.tm_year = time.year - 1900;
-    local.tm_mon = time.month - 1;
-    local.tm_mday = time.day;
-    local.tm_hour = time.hour;
-    local.tm_min = time.minute;
-    local.tm_sec = time.second;
-    local.tm_isdst = -1;
-    return std::mktime(&local);
-}
-
-std::string identity(icalcomponent* event)
-{
-    const char* const identifier = icalcomponent_get_uid(event);
-    return identifier == nullptr ? std::string() : identifier;
-}
-
-/// The occurrences that have an event of their own, by identity and moment.
-using Replaced = std::set<std::pair<std::string, std::time_t>>;
-
-bool isReplacement(icalcomponent* event)
-{
-    return icalcomponent_get_first_property(event, ICAL_RECURRENCEID_PROPERTY) != nullptr;
-}
-
-/// The moment of the occurrence that an event stands for.
-std::time_t replacedMoment(icalcomponent* event)
-{
-    icalproperty* const property = icalcomponent_get_first_property(event, ICAL_RECURRENCEID_PROPERTY);
-    return moment(icalproperty_get_datetime_with_component(property, event));
-}
-
-/// A component has one cursor for all who walk its properties, so a walk must be over before anything is done with them.
-std::vector<icalproperty*> propertiesOf(icalcomponent* event, icalproperty_kind kind)
-{
-    std::vector<icalproperty*> properties;
-    for (icalproperty* property = icalcomponent_get_first_property(event, kind); property != nullptr;
-         property = icalcomponent_get_next_property(event, kind))
-        properties.push_back(property);
-    return properties;
-}
-
-/// The same goes for the components within one.
-std::vector<icalcomponent*> eventsOf(icalcomponent* calendar)
-{
-    std::vector<icalcomponent*> events;
-    for (icalcomponent* event = icalcomponent_get_first_component(calendar, ICAL_VEVENT_COMPONENT); event != nullptr;
-         event = icalcomponent_get_next_component(calendar, ICAL_VEVENT_COMPONENT))
-        events.push_back(event);
-    return events;
-}
-
-/// The period searched, and what was found in it.
+/// The events of a file in a period.
 class Search {
 public:
-    Search(std::time_t start, std::time_t end) : start_(start), end_(end) {}
-
-    std::vector<CalendarEvent> inCalendar(icalcomponent* calendar)
+    Search(std::int64_t start, std::int64_t end)
+        : start_(start), end_(end),
+          most_(mostPerDay * static_cast<std::size_t>(std::max<std::int64_t>(1, (end - start) / secondsPerDay)))
     {
-        const std::vector<icalcomponent*> events = eventsOf(calendar);
-        for (icalcomponent* event : events) {
-            if (isReplacement(event))
-                replaced_.emplace(identity(event), replacedMoment(event));
+    }
+
+    FoundEvents in(const CalendarTexts& texts)
+    {
+        found_.cuts = texts.cuts;
+        for (const CalendarText& calendar : texts.calendars)
+            zones_.push_back(std::make_unique<CalendarZones>(calendar.timeZones, end_ + secondsPerDay, allowance_));
+        forEachEvent(texts, true, [&](EventDefinition& event) {
+            event.rules.clear();
+            replacing_.push_back(std::move(event));
+        });
+        for (const EventDefinition& event : replacing_) {
+            if (!event.identity.empty())
+                replacements_[event.identity][event.replaced->moment()] = &event;
+            addInstance(event, event.start, event.length);
         }
-        for (icalcomponent* event : events)
-            visit(event);
-        std::ranges::stable_sort(found_, {}, &CalendarEvent::start);
+        forEachEvent(texts, false, [&](EventDefinition& event) { addInstances(event); });
+        if (allowance_.isSpent())
+            found_.cuts.emplace_back("its rules ask for too many instances: the rest of them is left out");
+        if (isFull())
+            found_.cuts.emplace_back("there are more events than can be listed: the rest of them is left out");
+        std::ranges::stable_sort(found_.events, {}, &CalendarEvent::start);
         return std::move(found_);
     }
 
 private:
-    void visit(icalcomponent* event)
+    /// The events that take the place of an instance, or else all others. Not all are held at a time: rules are large.
+    template <class Visit>
+    void forEachEvent(const CalendarTexts& texts, bool isReplacing, Visit visit)
     {
-        const icaltimetype start = icalcomponent_get_dtstart(event);
-        if (icaltime_is_null_time(start) || icaltime_is_valid_time(start) == 0)
-            return;
-        const icaltimetype end = endOf(event, start);
-        excluded_ = excludedMoments(event);
-        const std::vector<icalproperty*> rules = propertiesOf(event, ICAL_RRULE_PROPERTY);
-        for (icalproperty* rule : rules)
-            follow(event, icalproperty_get_rrule(rule), start, end);
-        if (rules.empty())
-            add(event, start, start, end);
-        for (icalproperty* extra : propertiesOf(event, ICAL_RDATE_PROPERTY))
-            add(event, withZoneOf(icalproperty_get_rdate(extra).time, start), start, end);
-    }
-
-    static icaltimetype endOf(icalcomponent* event, const icaltimetype& start)
-    {
-        icaltimetype end = icalcomponent_get_dtend(event);
-        if (!icaltime_is_null_time(end))
-            return end;
-        end = start;
-        if (icaltime_is_date(start))
-            icaltime_adjust(&end, 1, 0, 0, 0);
-        return end;
-    }
-
-    static icaltimetype withZoneOf(icaltimetype time, const icaltimetype& start)
-    {
-        if (time.zone == nullptr)
-            time.zone = start.zone;
-        return time;
-    }
-
-    static std::set<std::time_t> excludedMoments(icalcomponent* event)
-    {
-        std::set<std::time_t> moments;
-        for (icalproperty* property : propertiesOf(event, ICAL_EXDATE_PROPERTY))
-            moments.insert(moment(icalproperty_get_datetime_with_component(property, event)));
-        return moments;
-    }
-
-    /// The rule's own times stay those of the clock on the wall, whatever that does in between.
-    void follow(icalcomponent* event, const icalrecurrencetype& rule, const icaltimetype& start, const icaltimetype& end)
-    {
-        const std::unique_ptr<icalrecur_iterator, RecurrenceCloser> iterator(icalrecur_iterator_new(rule, start));
-        if (iterator == nullptr)
-            return;
-        for (icaltimetype time = icalrecur_iterator_next(iterator.get()); !icaltime_is_null_time(time);
-             time = icalrecur_iterator_next(iterator.get())) {
-            const icaltimetype occurrence = withZoneOf(time, start);
-            if (moment(occurrence) >= end_)
-                return;
-            add(event, occurrence, start, end);
+        for (std::size_t i = 0; i < texts.calendars.size(); ++i) {
+            for (const std::string& text : texts.calendars[i].events) {
+                const bool mayReplace = text.find("RECURRENCE-ID") != std::string::npos;
+                auto event = mayReplace || !isReplacing ? readEvent(text, *zones_[i]) : std::nullopt;
+                if (event && event->replaced.has_value() == isReplacing)
+                    visit(*event);
+            }
         }
     }
 
-    /// The occurrence of an event at a time, if it lies in the period and stands. The first one gives the duration.
-    void add(icalcomponent* event, const icaltimetype& occurrence, const icaltimetype& first, const icaltimetype& firstEnd)
+    /// What takes the place of instances of an event, by their moments.
+    using Replacements = std::map<std::int64_t, const EventDefinition*>;
+
+    const Replacements& replacementsOf(const EventDefinition& event) const
     {
-        const bool isAllDay = icaltime_is_date(first) != 0;
-        const std::time_t from = moment(occurrence);
-        if (excluded_.contains(from) || (!isReplacement(event) && replaced_.contains({identity(event), from})))
-            return;
-        // A day's length is the calendar's business: whole days are added as days, hours as hours.
-        icaltimetype last = occurrence;
-        std::time_t until = from + (moment(firstEnd) - moment(first));
-        if (isAllDay) {
-            const int days = std::max(1, icaltime_day_number(firstEnd) - icaltime_day_number(first));
-            icaltime_adjust(&last, days, 0, 0, 0);
-            until = moment(last) - 1;
+        static const Replacements none;
+        const auto known = replacements_.find(event.identity);
+        return known == replacements_.end() ? none : known->second;
+    }
+
+    /// What a zone's clocks may show between two moments.
+    static Span shownBetween(std::int64_t from, std::int64_t to, const OffsetAt& zone)
+    {
+        const auto offsets = [&](std::int64_t moment) {
+            return std::minmax({zone(moment - secondsPerDay), zone(moment), zone(moment + secondsPerDay)});
+        };
+        return {from + offsets(from).first, to + offsets(to).second};
+    }
+
+    /// How much later the instances from a replacement on are.
+    static std::int64_t delayBy(const EventDefinition& replacement)
+    {
+        return replacement.start.wall - replacement.replaced->wallIn(*replacement.start.zone);
+    }
+
+    void addInstances(const EventDefinition& event)
+    {
+        const Replacements& replacements = replacementsOf(event);
+        // An instance may begin long before the period and reach into it, or be moved.
+        std::int64_t reach = event.length.days * secondsPerDay + event.length.seconds;
+        std::int64_t delay = 0;
+        for (const auto& [moment, replacement] : replacements) {
+            if (!replacement->replacesLater)
+                continue;
+            reach = std::max(reach, replacement->length.days * secondsPerDay + replacement->length.seconds);
+            delay = std::max(delay, std::abs(delayBy(*replacement)));
         }
+        const std::int64_t earliest = start_ - reach - delay;
+        const std::int64_t latest = end_ + delay;
+
+        // An instance that several rules list counts once.
+        std::map<std::int64_t, EventDefinition::Extra> instances;
+        const auto list = [&](const CalendarTime& time, const EventLength& length) {
+            instances.try_emplace(time.moment(), EventDefinition::Extra{time, length});
+        };
+        for (const EventDefinition::Extra& extra : event.extras)
+            list(extra.start, extra.length);
+        if (event.rules.empty())
+            list(event.start, event.length);
+        const std::size_t most = instances.size() + most_;
+        for (const icalrecurrencetype& rule : event.rules) {
+            const OffsetAt& zone = *event.start.zone;
+            followRule(rule, event.start.wall, untilIn(rule, zone), shownBetween(earliest, latest, zone), allowance_,
+                       [&](WallTime wall) {
+                           const CalendarTime start{wall, event.start.isDate, &zone};
+                           if (start.moment() >= earliest)
+                               list(start, event.length);
+                           return instances.size() <= most;
+                       });
+        }
+        for (const auto& [moment, instance] : instances) {
+            if (!event.exceptions.contains(moment))
+                addUnlessReplaced(event, replacements, moment, instance);
+        }
+    }
+
+    void addUnlessReplaced(const EventDefinition& event, const Replacements& replacements, std::int64_t moment,
+                           const EventDefinition::Extra& instance)
+    {
+        if (replacements.contains(moment))
+            return;
+        for (auto earlier = replacements.lower_bound(moment); earlier != replacements.begin();) {
+            const EventDefinition& replacement = *(--earlier)->second;
+            if (!replacement.replacesLater)
+                continue;
+            CalendarTime start = replacement.start;
+            start.wall = instance.start.wallIn(*start.zone) + delayBy(replacement);
+            return addInstance(replacement, start, replacement.length);
+        }
+        addInstance(event, instance.start, instance.length);
+    }
+
+    /// Adds an instance if some part of it lies in the period.
+    void addInstance(const EventDefinition& event, const CalendarTime& start, const EventLength& length)
+    {
+        const std::int64_t from = start.moment();
+        const std::int64_t until = length.endFrom(start) - (start.isDate ? 1 : 0);
         const bool isMoment = until <= from && from >= start_;
-        if (from < end_ && (until > start_ || isMoment))
-            found_.push_back({titleOf(event), from, std::max(from, until), isAllDay});
+        if (from < end_ && (until > start_ || isMoment) && !isFull())
+            found_.events.push_back({event.title, from, std::max(from, until), start.isDate});
     }
 
-    static std::optional<std::string> titleOf(icalcomponent* event)
-    {
-        const char* const summary = icalcomponent_get_summary(event);
-        return summary == nullptr ? std::nullopt : std::optional<std::string>(summary);
-    }
+    bool isFull() const { return found_.events.size() >= most_; }
 
-    /// Days since a day in the past.
-    static int icaltime_day_number(const icaltimetype& time)
-    {
-        icaltimetype date = time;
-        date.is_date = 1;
-        date.hour = date.minute = date.second = 0;
-        constexpr int secondsPerDay = 86400;
-        return static_cast<int>(icaltime_as_timet(date) / secondsPerDay);
-    }
+    static constexpr std::size_t mostPerDay = 2000;
 
-    std::time_t start_;
-    std::time_t end_;
-    Replaced replaced_;
-    std::set<std::time_t> excluded_;
-    std::vector<CalendarEvent> found_;
+    std::int64_t start_;
+    std::int64_t end_;
+    std::size_t most_;
+    Allowance allowance_{5'000'000};
+    std::vector<std::unique_ptr<CalendarZones>> zones_;
+    /// Their addresses last.
+    std::deque<EventDefinition> replacing_;
+    std::unordered_map<std::string, Replacements> replacements_;
+    FoundEvents found_;
 };
 
-icaltimetype universal(std::time_t time)
+icaltimetype universal(std::int64_t moment)
 {
-    return icaltime_from_timet_with_zone(time, 0, icaltimezone_get_utc_timezone());
+    return icaltime_from_timet_with_zone(static_cast<time_t>(moment), 0, icaltimezone_get_utc_timezone());
 }
 
-ComponentPointer newCalendar()
+std::string textOf(const CalendarEvent& event)
 {
-    return ComponentPointer(icalcomponent_vanew(ICAL_VCALENDAR_COMPONENT, icalproperty_new_version("2.0"),
-                                                icalproperty_new_prodid("-//Solvane//springboard//EN"), nullptr));
+    const ComponentPointer component(icalcomponent_new_vevent());
+    const std::string title = event.title.value_or("");
+    const std::string identity = std::to_string(event.start) + "-" + std::to_string(event.end) + "-" + title + "@solvane.org";
+    icalcomponent_set_uid(component.get(), identity.c_str());
+    if (event.title)
+        icalcomponent_set_summary(component.get(), title.c_str());
+    icalcomponent_set_dtstart(component.get(), universal(event.start));
+    icalcomponent_set_dtend(component.get(), universal(event.end));
+    return icalcomponent_as_ical_string(component.get());
+}
+
+/// Where the last calendar of a file ends.
+std::string::iterator endOfCalendar(std::string& text)
+{
+    constexpr std::string_view end = "END:VCALENDAR";
+    return std::find_end(text.begin(), text.end(), end.begin(), end.end(),
+                         [](char letter, char wanted) { return std::toupper(static_cast<unsigned char>(letter)) == wanted; });
 }
 
 } // namespace
@@ -228,37 +206,28 @@ std::vector<std::filesystem::path> calendarFiles(const std::filesystem::path& fo
     std::vector<std::filesystem::path> files;
     std::error_code missing;
     for (const auto& entry : std::filesystem::directory_iterator(folder, missing)) {
-        if (entry.path().extension() == ".ics" && entry.is_regular_file(missing) && readCalendar(entry.path()) != nullptr)
+        if (entry.path().extension() == ".ics" && !readCalendarTexts(entry.path()).calendars.empty())
             files.push_back(entry.path());
     }
     std::ranges::sort(files);
     return files;
 }
 
-std::vector<CalendarEvent> eventsInFile(const std::filesystem::path& file, std::time_t start, std::time_t end)
+FoundEvents eventsInFile(const std::filesystem::path& file, std::int64_t start, std::int64_t end)
 {
-    const ComponentPointer calendar = readCalendar(file);
-    if (calendar == nullptr)
-        return {};
-    return Search(start, end).inCalendar(calendar.get());
+    return Search(start, end).in(readCalendarTexts(file));
 }
 
 void addEventToFile(const std::filesystem::path& file, const CalendarEvent& event)
 {
-    ComponentPointer calendar = readCalendar(file);
-    if (calendar == nullptr)
-        calendar = newCalendar();
-    icalcomponent* const component = icalcomponent_new_vevent();
-    icalcomponent_set_uid(component, (std::to_string(event.start) + "-" + std::to_string(event.end) + "-" +
-                                      event.title.value_or("") + "@solvane.org")
-                                         .c_str());
-    if (event.title)
-        icalcomponent_set_summary(component, event.title->c_str());
-    icalcomponent_set_dtstart(component, universal(event.start));
-    icalcomponent_set_dtend(component, universal(event.end));
-    icalcomponent_add_component(calendar.get(), component);
-
-    writeWholeFile(file, icalcomponent_as_ical_string(calendar.get()));
+    std::ifstream stream(file, std::ios::binary);
+    std::string calendar{std::istreambuf_iterator<char>(stream), {}};
+    if (endOfCalendar(calendar) == calendar.end())
+        calendar = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Solvane//springboard//EN\r\nEND:VCALENDAR\r\n";
+    // What else the file holds stays as it is.
+    const std::string added = textOf(event);
+    calendar.insert(endOfCalendar(calendar), added.begin(), added.end());
+    writeWholeFile(file, calendar);
 }
 
 } // namespace simulator

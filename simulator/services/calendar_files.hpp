@@ -13,18 +13,26 @@ namespace simulator {
 struct CalendarEvent {
     /// None in an event that says nothing of it.
     std::optional<std::string> title;
-    std::time_t start;
+    std::int64_t start;
     /// An event that takes whole days ends with the last second of its last day.
-    std::time_t end;
+    std::int64_t end;
     bool isAllDay;
+};
+
+struct FoundEvents {
+    /// By their beginning.
+    std::vector<CalendarEvent> events;
+    /// What was left out because the file asks for too much, in words.
+    std::vector<std::string> cuts;
 };
 
 /// The files in a folder that hold a calendar, in alphabetical order. A file that holds none is passed over.
 std::vector<std::filesystem::path> calendarFiles(const std::filesystem::path& folder);
 
-/// The events of a calendar of which some part lies between `start` and `end`, by their beginning. Times without a time
-/// zone are the process's. An event that makes no sense is passed over.
-std::vector<CalendarEvent> eventsInFile(const std::filesystem::path& file, std::time_t start, std::time_t end);
+/// The events of a file's calendars of which some part lies between `start` and `end`. Times without a time zone are the
+/// user's. An event that makes no sense is passed over. However much the file asks for, the work is bounded: by what is read
+/// of it (readCalendarTexts), by the instances that are considered, and by 2000 events for each day.
+FoundEvents eventsInFile(const std::filesystem::path& file, std::int64_t start, std::int64_t end);
 
 /// Adds an event to a calendar's file, or begins it. The file is replaced whole. Throws std::runtime_error when it cannot be
 /// written.

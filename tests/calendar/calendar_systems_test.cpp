@@ -2,7 +2,7 @@
 
 #include "simulator/foundation/customs.hpp"
 #include "tests/calendar/MonthCalendar.hpp"
-#include "tests/support/panel.hpp"
+#include "tests/support/drawn_texts.hpp"
 
 /// The month and the panel's day in the calendars of the world: the region's own, until the user chooses another.
 

@@ -1,9 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "platform/Foundation/NSDate.hpp"
-#include "simulator/foundation/clock.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
-#include "tests/calendar/MonthCalendar.hpp"
+#include "tests/calendar/Diary.hpp"
 #include "tests/support/Console.hpp"
 #include "tests/support/MessageLog.hpp"
 
@@ -11,59 +9,12 @@
 
 namespace {
 
-NSDate* localTime(const std::string& time)
-{
-    return NSDate::dateWithTimeIntervalSince1970(simulator::momentOfLocalTime(time).value());
-}
-
-/// One event: its lines between BEGIN and END.
-std::string event(std::initializer_list<const char*> lines)
-{
-    std::string text = "BEGIN:VEVENT\r\n";
-    for (const char* line : lines)
-        text += std::string(line) + "\r\n";
-    return text + "END:VEVENT\r\n";
-}
-
-std::string calendarOf(const std::string& components)
-{
-    return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Solvane//tests//EN\r\n" + components + "END:VCALENDAR\r\n";
-}
-
 constexpr const char* berlin = "BEGIN:VTIMEZONE\r\nTZID:Berlin\r\n"
                                "BEGIN:DAYLIGHT\r\nTZOFFSETFROM:+0100\r\nTZOFFSETTO:+0200\r\nTZNAME:CEST\r\n"
                                "DTSTART:19700329T020000\r\nRRULE:FREQ=YEARLY;BYMONTH=3;BYDAY=-1SU\r\nEND:DAYLIGHT\r\n"
                                "BEGIN:STANDARD\r\nTZOFFSETFROM:+0200\r\nTZOFFSETTO:+0100\r\nTZNAME:CET\r\n"
                                "DTSTART:19701025T030000\r\nRRULE:FREQ=YEARLY;BYMONTH=10;BYDAY=-1SU\r\nEND:STANDARD\r\n"
                                "END:VTIMEZONE\r\n";
-
-/// A phone with one calendar.
-class Diary {
-public:
-    explicit Diary(const std::string& components, const Region& region = english) : phone_(region)
-    {
-        add("Calendar.ics", calendarOf(components));
-    }
-
-    void add(const std::string& file, const std::string& contents) const
-    {
-        writeFile(phone_.tree().root() / "User/Library/Calendar" / file, contents);
-    }
-
-    void remove(const std::string& file) const { std::filesystem::remove(phone_.tree().root() / "User/Library/Calendar" / file); }
-
-    /// The events of the day that begins at that local time.
-    std::string after(const std::string& time) const
-    {
-        const AutoreleasePool pool;
-        const auto calendar = newCalendar();
-        return textOf(send<"getCalenderEventsForDay:", NSString*>(calendar.get(), localTime(time)));
-    }
-    std::string on(const std::string& day) const { return after(day + "T00:00:00"); }
-
-private:
-    RegionalPhone phone_;
-};
 
 const std::string standup = event({"UID:1", "SUMMARY:Standup", "DTSTART:20140305T090000Z", "DTEND:20140305T091500Z"});
 const std::string lunch = event({"UID:2", "SUMMARY:Lunch", "DTSTART:20140305T120000Z", "DTEND:20140305T130000Z"});

@@ -1,0 +1,403 @@
+#include "simulator/services/recurrence.hpp"
+
+#include <algorithm>
+#include <chrono>
+#include <span>
+#include <vector>
+
+namespace simulator {
+
+namespace {
+
+using std::chrono::days;
+using std::chrono::sys_days;
+using std::chrono::year_month_day;
+
+constexpr std::int64_t secondsPerMinute = 60;
+constexpr std::int64_t secondsPerHour = 3600;
+constexpr std::int64_t secondsPerDay = 86400;
+
+std::int64_t floorDivided(std::int64_t number, std::int64_t divisor)
+{
+    return number / divisor - (number % divisor < 0 ? 1 : 0);
+}
+
+/// Days since 1970-01-01.
+using Day = std::int64_t;
+
+Day dayOf(WallTime time)
+{
+    return floorDivided(time, secondsPerDay);
+}
+Day firstOfMonth(std::int64_t monthsSinceYearZero)
+{
+    const std::chrono::year year(static_cast<int>(floorDivided(monthsSinceYearZero, 12)));
+    const std::chrono::month month(static_cast<unsigned>(monthsSinceYearZero - floorDivided(monthsSinceYearZero, 12) * 12) + 1);
+    return sys_days(year / month / 1).time_since_epoch().count();
+}
+Day firstOfYear(std::int64_t year)
+{
+    return firstOfMonth(year * 12);
+}
+year_month_day dateOf(Day day)
+{
+    return sys_days(days(day));
+}
+std::int64_t monthOf(Day day)
+{
+    const year_month_day date = dateOf(day);
+    return int{date.year()} * std::int64_t{12} + unsigned{date.month()} - 1;
+}
+/// Sunday is 0.
+int weekdayOf(Day day)
+{
+    return static_cast<int>(day + 4 - floorDivided(day + 4, 7) * 7);
+}
+/// The first day of a day's week.
+Day firstOfWeek(Day day, int weekStart)
+{
+    return day - (weekdayOf(day) - weekStart + 7) % 7;
+}
+
+/// The place of a day among others, counted from either end: 1 is the first, -1 the last.
+struct Place {
+    int fromFirst;
+    int fromLast;
+
+    bool is(int number) const { return number == fromFirst || number == fromLast; }
+};
+
+Place placeIn(Day day, Day first, Day end, int step = 1)
+{
+    return {static_cast<int>((day - first) / step) + 1, -static_cast<int>((end - 1 - day) / step) - 1};
+}
+
+/// The week's number in its year: the first week has four days of the year at least.
+Place weekPlace(Day day, int weekStart)
+{
+    constexpr int fourthDay = 3;
+    const Day week = firstOfWeek(day, weekStart);
+    const auto year = int{dateOf(week + fourthDay).year()};
+    const auto firstWeekOf = [&](int wanted) { return firstOfWeek(firstOfYear(wanted) + fourthDay, weekStart); };
+    return placeIn(week, firstWeekOf(year), firstWeekOf(year + 1), 7);
+}
+
+template <std::size_t Size>
+std::vector<int> listed(const short (&numbers)[Size])
+{
+    return {std::begin(numbers), std::find(std::begin(numbers), std::end(numbers), ICAL_RECURRENCE_ARRAY_MAX)};
+}
+
+/// The numbers of a list that clocks have.
+template <std::size_t Size>
+std::vector<int> shownByClocks(const short (&numbers)[Size], int last)
+{
+    std::vector<int> list = listed(numbers);
+    std::erase_if(list, [&](int number) { return number < 0 || number > last; });
+    return list;
+}
+
+bool allows(const std::vector<int>& list, int number)
+{
+    return list.empty() || std::ranges::find(list, number) != list.end();
+}
+bool allows(const std::vector<int>& list, const Place& place)
+{
+    return list.empty() || std::ranges::any_of(list, [&](int number) { return place.is(number); });
+}
+
+std::vector<int> orElse(std::vector<int> list, std::int64_t number)
+{
+    if (list.empty())
+        list.push_back(static_cast<int>(number));
+    std::ranges::sort(list);
+    list.erase(std::unique(list.begin(), list.end()), list.end());
+    return list;
+}
+
+/// A rule is a sequence of periods: every third year, every minute. Each has a set of days, and each day a set of times.
+class Rule {
+public:
+    Rule(const icalrecurrencetype& rule, WallTime start)
+        : frequency_(rule.freq), interval_(std::max<std::int64_t>(1, rule.interval)), start_(start),
+          weekStart_(std::max(0, static_cast<int>(rule.week_start) - 1)), months_(listed(rule.by_month)),
+          weeks_(listed(rule.by_week_no)), yearDays_(listed(rule.by_year_day)), monthDays_(listed(rule.by_month_day)),
+          hours_(shownByClocks(rule.by_hour, 23)), minutes_(shownByClocks(rule.by_minute, 59)),
+          seconds_(shownByClocks(rule.by_second, 60)), positions_(listed(rule.by_set_pos))
+    {
+        // Only days of a month or of a year are counted.
+        const bool countsWeekdays =
+            frequency_ == ICAL_MONTHLY_RECURRENCE || (frequency_ == ICAL_YEARLY_RECURRENCE && weeks_.empty());
+        for (const int encoded : listed(rule.by_day)) {
+            const auto code = static_cast<short>(encoded);
+            weekdays_.push_back({static_cast<int>(icalrecurrencetype_day_day_of_week(code)) - 1,
+                                 countsWeekdays ? icalrecurrencetype_day_position(code) : 0});
+        }
+        takeFromStart();
+    }
+
+    /// The number of the period that holds a time.
+    std::int64_t periodOf(WallTime time) const
+    {
+        switch (frequency_) {
+        case ICAL_YEARLY_RECURRENCE:
+            return floorDivided(monthOf(dayOf(time)), 12);
+        case ICAL_MONTHLY_RECURRENCE:
+            return monthOf(dayOf(time));
+        case ICAL_WEEKLY_RECURRENCE:
+            return floorDivided(firstOfWeek(dayOf(time), weekStart_), 7);
+        default:
+            return floorDivided(time, unit());
+        }
+    }
+
+    std::int64_t interval() const { return interval_; }
+
+    WallTime beginningOf(std::int64_t period) const
+    {
+        switch (frequency_) {
+        case ICAL_YEARLY_RECURRENCE:
+            return firstOfYear(period) * secondsPerDay;
+        case ICAL_MONTHLY_RECURRENCE:
+            return firstOfMonth(period) * secondsPerDay;
+        case ICAL_WEEKLY_RECURRENCE:
+            // Weeks are numbered by the seven days since 1970-01-01 in which they begin.
+            return firstOfWeek(period * 7 + 6, weekStart_) * secondsPerDay;
+        default:
+            return period * unit();
+        }
+    }
+
+    /// Before which no later period has an instance, if the one that begins at a time has none.
+    WallTime nextPossible(WallTime time) const
+    {
+        if (isWholeDays())
+            return time;
+        const WallTime withinDay = time - dayOf(time) * secondsPerDay;
+        if (!hasDay(dayOf(time)))
+            return (dayOf(time) + 1) * secondsPerDay;
+        if (!allows(hours_, static_cast<int>(withinDay / secondsPerHour)))
+            return floorDivided(time, secondsPerHour) * secondsPerHour + secondsPerHour;
+        if (unit() <= secondsPerMinute && !allows(minutes_, static_cast<int>(withinDay / secondsPerMinute % 60)))
+            return floorDivided(time, secondsPerMinute) * secondsPerMinute + secondsPerMinute;
+        return time;
+    }
+
+    /// Visits the instances of one period, in their order.
+    template <class Visit>
+    void visitPeriod(std::int64_t period, Allowance& allowance, Visit visit)
+    {
+        const WallTime first = beginningOf(period);
+        const WallTime end = beginningOf(period + 1);
+        if (!isWholeDays())
+            return visitSet(std::vector<Day>{0}, timesWithin(first, end, allowance), allowance, visit);
+        std::vector<Day> found;
+        for (Day day = dayOf(first); day < dayOf(end) && allowance.take(); ++day) {
+            if (!months_.empty() && !allows(months_, static_cast<int>(unsigned{dateOf(day).month()}))) {
+                day = firstOfMonth(monthOf(day) + 1) - 1;
+                continue;
+            }
+            if (hasDay(day))
+                found.push_back(day);
+        }
+        visitSet(found, timesOfDay(allowance), allowance, visit);
+    }
+
+private:
+    /// What a rule does not say it has from its start.
+    void takeFromStart()
+    {
+        const Day day = dayOf(start_);
+        const year_month_day date = dateOf(day);
+        const bool saysDays = !weekdays_.empty() || !monthDays_.empty() || !yearDays_.empty();
+        if (frequency_ == ICAL_WEEKLY_RECURRENCE || !weeks_.empty()) {
+            if (!saysDays)
+                weekdays_.push_back({weekdayOf(day), 0});
+        } else if (frequency_ == ICAL_YEARLY_RECURRENCE || frequency_ == ICAL_MONTHLY_RECURRENCE) {
+            if (!saysDays)
+                monthDays_.push_back(static_cast<int>(unsigned{date.day()}));
+            if (!saysDays && months_.empty() && frequency_ == ICAL_YEARLY_RECURRENCE)
+                months_.push_back(static_cast<int>(unsigned{date.month()}));
+        }
+        const WallTime withinDay = start_ - day * secondsPerDay;
+        if (unit() > secondsPerHour)
+            hours_ = orElse(std::move(hours_), withinDay / secondsPerHour);
+        if (unit() > secondsPerMinute)
+            minutes_ = orElse(std::move(minutes_), withinDay / secondsPerMinute % 60);
+        if (unit() > 1)
+            seconds_ = orElse(std::move(seconds_), withinDay % 60);
+    }
+
+    bool isWholeDays() const { return unit() == secondsPerDay; }
+
+    std::int64_t unit() const
+    {
+        switch (frequency_) {
+        case ICAL_SECONDLY_RECURRENCE:
+            return 1;
+        case ICAL_MINUTELY_RECURRENCE:
+            return secondsPerMinute;
+        case ICAL_HOURLY_RECURRENCE:
+            return secondsPerHour;
+        default:
+            return secondsPerDay;
+        }
+    }
+
+    bool hasDay(Day day) const
+    {
+        const year_month_day date = dateOf(day);
+        const auto year = int{date.year()};
+        const std::int64_t month = monthOf(day);
+        return allows(months_, static_cast<int>(unsigned{date.month()})) &&
+               allows(monthDays_, placeIn(day, firstOfMonth(month), firstOfMonth(month + 1))) &&
+               allows(yearDays_, placeIn(day, firstOfYear(year), firstOfYear(year + 1))) &&
+               (weeks_.empty() || allows(weeks_, weekPlace(day, weekStart_))) && hasWeekday(day, year, month);
+    }
+
+    bool hasWeekday(Day day, int year, std::int64_t month) const
+    {
+        const bool countsInYear = frequency_ == ICAL_YEARLY_RECURRENCE && months_.empty();
+        const Place place = countsInYear ? placeIn(day, firstOfYear(year), firstOfYear(year + 1), 7)
+                                         : placeIn(day, firstOfMonth(month), firstOfMonth(month + 1), 7);
+        return weekdays_.empty() || std::ranges::any_of(weekdays_, [&](const Weekday& weekday) {
+                   return weekday.day == weekdayOf(day) && (weekday.place == 0 || place.is(weekday.place));
+               });
+    }
+
+    /// The times of every day, made once.
+    const std::vector<WallTime>& timesOfDay(Allowance& allowance)
+    {
+        if (times_.empty()) {
+            for (const int hour : hours_)
+                addTimes(hour * secondsPerHour, times_, allowance);
+        }
+        return times_;
+    }
+
+    /// The times of a period that is shorter than a day.
+    std::vector<WallTime> timesWithin(WallTime first, WallTime end, Allowance& allowance) const
+    {
+        std::vector<WallTime> times;
+        if (nextPossible(first) != first)
+            return times;
+        const auto secondInMinute = static_cast<int>(first - floorDivided(first, secondsPerMinute) * secondsPerMinute);
+        if (unit() == secondsPerHour)
+            addTimes(first, times, allowance);
+        else if (unit() == secondsPerMinute)
+            addSeconds(first, times, allowance);
+        else if (allows(seconds_, secondInMinute) && end > first)
+            times.push_back(first);
+        return times;
+    }
+
+    void addTimes(WallTime hour, std::vector<WallTime>& times, Allowance& allowance) const
+    {
+        for (const int minute : minutes_)
+            addSeconds(hour + minute * secondsPerMinute, times, allowance);
+    }
+    void addSeconds(WallTime minute, std::vector<WallTime>& times, Allowance& allowance) const
+    {
+        for (const int second : seconds_) {
+            // A leap second is the one before it.
+            if (allowance.take() && (second < 60 || times.empty() || times.back() != minute + 59))
+                times.push_back(minute + std::min(second, 59));
+        }
+    }
+
+    /// The instances of a period are each of the days at each of the times, or those at certain positions among them.
+    template <class Visit>
+    void visitSet(const std::vector<Day>& found, const std::vector<WallTime>& times, Allowance& allowance, Visit visit) const
+    {
+        const auto count = static_cast<std::int64_t>(found.size() * times.size());
+        const auto instance = [&](std::int64_t index) {
+            const auto perDay = static_cast<std::int64_t>(times.size());
+            return found[static_cast<std::size_t>(index / perDay)] * secondsPerDay +
+                   times[static_cast<std::size_t>(index % perDay)];
+        };
+        if (positions_.empty()) {
+            for (std::int64_t i = 0; i < count && allowance.take(); ++i) {
+                if (!visit(instance(i)))
+                    return;
+            }
+            return;
+        }
+        std::vector<std::int64_t> chosen;
+        for (const int position : positions_) {
+            const std::int64_t index = position > 0 ? position - 1 : count + position;
+            if (index >= 0 && index < count)
+                chosen.push_back(index);
+        }
+        std::ranges::sort(chosen);
+        chosen.erase(std::unique(chosen.begin(), chosen.end()), chosen.end());
+        for (const std::int64_t index : chosen) {
+            if (!allowance.take() || !visit(instance(index)))
+                return;
+        }
+    }
+
+    struct Weekday {
+        /// Sunday is 0.
+        int day;
+        /// 0 for each of them.
+        int place;
+    };
+
+    icalrecurrencetype_frequency frequency_;
+    std::int64_t interval_;
+    WallTime start_;
+    int weekStart_;
+    std::vector<int> months_;
+    std::vector<int> weeks_;
+    std::vector<int> yearDays_;
+    std::vector<int> monthDays_;
+    std::vector<Weekday> weekdays_;
+    std::vector<int> hours_;
+    std::vector<int> minutes_;
+    std::vector<int> seconds_;
+    std::vector<int> positions_;
+    std::vector<WallTime> times_;
+};
+
+} // namespace
+
+void followRule(const icalrecurrencetype& rule, WallTime start, std::optional<WallTime> until, Span span, Allowance& allowance,
+                const std::function<bool(WallTime)>& visit)
+{
+    const WallTime end = until ? std::min(span.to, *until + 1) : span.to;
+    Rule periods(rule, start);
+    std::int64_t left = rule.count > 0 ? rule.count : -1;
+    bool goesOn = true;
+    const auto meet = [&](WallTime instance) {
+        if (left == 0 || instance >= end)
+            goesOn = false;
+        else if (left > 0)
+            --left;
+        if (goesOn && instance >= span.from)
+            goesOn = visit(instance);
+        return goesOn;
+    };
+    if (!meet(start))
+        return;
+
+    const std::int64_t first = periods.periodOf(start);
+    const std::int64_t interval = periods.interval();
+    /// The first of the rule's periods that ends after a time.
+    const auto reaching = [&](WallTime time) {
+        const std::int64_t period = periods.periodOf(time);
+        return period <= first ? first : first + (period - first + interval - 1) / interval * interval;
+    };
+    std::int64_t period = rule.count > 0 ? first : reaching(span.from);
+    while (goesOn && periods.beginningOf(period) < end && allowance.take()) {
+        const WallTime beginning = periods.beginningOf(period);
+        const WallTime possible = periods.nextPossible(beginning);
+        if (possible > beginning) {
+            period = std::max(period + interval, reaching(possible));
+            continue;
+        }
+        periods.visitPeriod(period, allowance, [&](WallTime instance) { return instance <= start || meet(instance); });
+        period += interval;
+    }
+}
+
+} // namespace simulator
