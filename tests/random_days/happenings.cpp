@@ -99,7 +99,8 @@ std::optional<Weather> randomWeather(Chance& chance)
     constexpr const char* temperatures[] = {"21",  "21.4", "-17.5", "20",  "0",    "-0",   "-3",   "37.77", "abc",
                                             "",    "12°",  " 7",    "+5",  ".5",   "5.",   "1,5",  "--3",   "-40",
                                             "100", "1e",   "x9",    "0.3", "-273", "1000", "9999", "16.95"};
-    constexpr long long conditions[] = {48, 3200, -1, -26, 4294967296 + 26, 4294967295, -4294967296 + 3, 9223372036854775807};
+    constexpr long long conditions[] = {48,         65536 + 26,      2147483648 + 26,    3200, -1, -26, 4294967296 + 26,
+                                        4294967295, -4294967296 + 3, 9223372036854775807};
     if (chance.oneIn(8))
         return std::nullopt;
     std::string temperature = chance.oneOf(temperatures);

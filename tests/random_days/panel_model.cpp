@@ -240,7 +240,8 @@ std::string PhoneModel::describePanel() const
         return "lock screen: none\nlist items: 0\nlistView: none\n_containerView: none\n_tableView: none\n_topPocketView: none\n"
                "_bottomPocketView: in none\nheadlineLabel: none\nsubtitleLabel: none\ncalendarIconView: none\n"
                "notificationIconView: none\ncalendarPaneView: none\ncalendarPaneBackdrop: none\nnotificationPaneView: none\n"
-               "notificationPaneBackdrop: none\ntabView: none\nappsView: none\nnowPlayingArtView: none\nwidgetView: none\n";
+               "notificationPaneBackdrop: none\ntabView: none\nappsView: none\nnowPlayingArtView: none\nbackmost on the lock "
+               "screen: none\nwidgetView: none\n";
 
     const Panel& panel = *panel_;
     const double width = screen_.width;
@@ -287,6 +288,7 @@ std::string PhoneModel::describePanel() const
     line("nowPlayingArtView",
          hasArt_ ? "_NowPlayingArtView " + numbers({0, 0, width, width}) + " hidden untouchable alpha 1 holds" : "none");
 
+    line("backmost on the lock screen", panel.artViews > 0 ? "nowPlayingArtView" : "UIImageView");
     std::string cards;
     std::string held;
     for (const Card& card : panel.cards) {

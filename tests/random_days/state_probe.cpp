@@ -503,6 +503,8 @@ NSString* stateOf(Class, SEL, UIView* headline, UIView* subtitle, UIView* calend
     state.tabLines();
     state.stripLines(items);
     state.viewLine("nowPlayingArtView");
+    state.line("backmost on the lock screen",
+               screen == nullptr ? "none" : state.nameOf(static_cast<UIView*>(screen->subviews()->objectAtIndex(0))));
     state.widgetLines();
     state.calendarLines("spare", spare);
     for (const std::string& text : std::exchange(heard, {}))
