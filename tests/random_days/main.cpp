@@ -73,14 +73,18 @@ Options optionsIn(int count, char** arguments)
 bool playDays(const Options& options)
 {
     constexpr std::uint64_t stepsOfADay = 1000;
+    constexpr std::uint64_t stepsBetweenReports = 10 * stepsOfADay;
     const DayPlayer player(options.springboard);
     for (std::uint64_t done = 0, seed = options.seed; done < options.steps; done += stepsOfADay, ++seed) {
         Chance chance(seed);
         const Setting setting = randomSetting(chance);
         std::vector<Step> steps = randomDay(chance, std::min(stepsOfADay, options.steps - done));
         const auto difference = player.play(setting, steps);
-        if (!difference)
+        if (!difference) {
+            if ((done + stepsOfADay) % stepsBetweenReports == 0)
+                std::cerr << done + stepsOfADay << " steps so far\n";
             continue;
+        }
         std::cout << "day " << seed << " goes wrong at step " << difference->step << ":\n" << difference->what << std::flush;
         steps.resize(std::min(steps.size(), difference->step));
         steps = shortened(player, setting, steps);
