@@ -82,10 +82,10 @@ const CellStyle& styleOf(const APLCalendarIvars& ivars, NSInteger day, bool isGr
 /// "March 2014" in the user's language.
 NSString* titleOf(const APLCalendarIvars& ivars)
 {
+    NSString* const numbers = NSString::stringWithFormat(constantString<"%li %li">(), ivars._month, ivars._year);
     const Owned<NSDateFormatter> formatter = adopt(NSDateFormatter::alloc()->init());
     formatter->setDateFormat(constantString<"MM yyyy">());
-    const Owned<NSDate> month(
-        formatter->dateFromString(NSString::stringWithFormat(constantString<"%li %li">(), ivars._month, ivars._year)));
+    const Owned<NSDate> month(formatter->dateFromString(numbers));
     formatter->setDateFormat(constantString<"MMMM yyyy">());
     return Owned(formatter->stringFromDate(month)).autorelease();
 }
