@@ -107,8 +107,9 @@ BOOL addMethod(Class cls, SEL selector, IMP implementation, const char* types)
 void hookMessage(Class cls, SEL selector, IMP replacement, IMP* previous)
 {
     const Method method = cls == nullptr ? nullptr : class_getInstanceMethod(cls, selector);
-    if (method != nullptr)
-        MSHookMessageEx(cls, selector, withExtendedArguments(replacement, method_getTypeEncoding(method)), previous);
+    // What a missing method means is the hook's business.
+    const IMP callable = method == nullptr ? replacement : withExtendedArguments(replacement, method_getTypeEncoding(method));
+    MSHookMessageEx(cls, selector, callable, previous);
 }
 
 } // namespace simulator::macho::arm64

@@ -272,8 +272,11 @@ BOOL addMethod(Class cls, SEL selector, IMP implementation, const char* types)
 void hookMessage(Class cls, SEL selector, IMP replacement, IMP* previous)
 {
     const Method method = cls == nullptr ? nullptr : class_getInstanceMethod(cls, selector);
-    if (method == nullptr)
+    // What a missing method means is the hook's business.
+    if (method == nullptr) {
+        MSHookMessageEx(cls, selector, replacement, previous);
         return;
+    }
     const char* const types = method_getTypeEncoding(method);
     MSHookMessageEx(cls, selector, methodOfThePhone(replacement, types), previous);
     if (previous != nullptr)
