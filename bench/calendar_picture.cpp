@@ -56,8 +56,14 @@ public:
         constexpr int daysBefore = 28;
         for (int i = 0; i < 42; ++i) {
             const int day = i - leadingDays + 1;
-            const bool isGrey = day < 1 || day > days;
-            drawCell(cairo, i % 7 * 44, 67 + i / 7 * 44, day < 1 ? day + daysBefore : day > days ? day - days : day, isGrey);
+            const int column = i % 7;
+            const int row = i / 7;
+            if (day < 1)
+                drawCell(cairo, column * 44, 67 + row * 44, day + daysBefore, true);
+            else if (day > days)
+                drawCell(cairo, column * 44, 67 + row * 44, day - days, true);
+            else
+                drawCell(cairo, column * 44, 67 + row * 44, day, false);
         }
     }
 
@@ -149,7 +155,8 @@ int main()
     const DirectMonth direct;
 
     constexpr int rounds = 400;
-    std::vector<double> drawn, byHand;
+    std::vector<double> drawn;
+    std::vector<double> byHand;
     for (int i = 0; i < rounds; ++i) {
         const auto first = newPicture();
         drawn.push_back(processorTimeOf([&] { simulator::drawLayerTree(first->context().get(), calendar->layer()); }));

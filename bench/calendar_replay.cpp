@@ -205,7 +205,7 @@ void sendCell(const Replay& r, const Cell& cell)
     message(r.calendar, s.plotCell, static_cast<NSInteger>(cell.x), static_cast<NSInteger>(cell.y), cell.day, BOOL{cell.isGrey});
     const id button = message<id>(r.c.button, s.buttonWithType, NSInteger{0});
     message(button, s.setFrame, CGRect{{cell.x, cell.y}, {45, 45}});
-    const id titleColour = cell.isGrey ? white(r, 0.7, 0.8) : cell.isToday ? white(r, 0.9, 1) : white(r, 0.3, 0.7);
+    const id titleColour = cell.isGrey ? white(r, 0.7, 0.8) : white(r, cell.isToday ? 0.9 : 0.3, cell.isToday ? 1 : 0.7);
     message(button, s.setTitleColor, titleColour, NSUInteger{0});
     const id label = message<id>(button, s.titleLabel);
     message(label, s.setFont, message<id>(r.c.font, s.fontWithName, cell.isToday ? r.k.bold : r.k.plain, 12.0));
@@ -247,21 +247,25 @@ void sendDays(const Replay& r)
         sendCell(r, cell);
 }
 
+/// What a cell shows: before the first and after the last day stand those of the months beside.
+NSInteger shownDay(NSInteger day)
+{
+    if (day < 1)
+        return day + 28;
+    return day > 31 ? day - 31 : day;
+}
+
 } // namespace
 
 void prepareReplay(id calendar, id* titleSlot)
 {
     replay = new Replay{.calendar = calendar, .title = titleSlot, .s = {}, .c = {}, .k = {}, .cells = {}};
     for (int i = 0; i < 42; ++i) {
+        const int row = i / 7;
         const NSInteger day = i - 4;
         const bool isGrey = day < 1 || day > 31;
-        replay->cells[i] = {.x = i % 7 * 44.0,
-                            .y = 67 + i / 7 * 44.0,
-                            .day = day < 1    ? day + 28
-                                   : day > 31 ? day - 31
-                                              : day,
-                            .isGrey = isGrey,
-                            .isToday = !isGrey && day == today};
+        replay->cells[i] = {
+            .x = i % 7 * 44.0, .y = 67 + row * 44.0, .day = shownDay(day), .isGrey = isGrey, .isToday = !isGrey && day == today};
     }
 }
 

@@ -1,7 +1,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
-#include <stdexcept>
 #include <vector>
 
 #include "bench/calendar_replay.hpp"
@@ -21,15 +20,17 @@ class Replay {
 public:
     explicit Replay(UIView* calendar) : handle_(dlopen(REPLAY_LIBRARY, RTLD_NOW))
     {
-        if (handle_ == nullptr)
-            throw std::runtime_error(dlerror());
+        if (handle_ == nullptr) {
+            std::fprintf(stderr, "%s\n", dlerror());
+            std::abort();
+        }
         const Ivar title = class_getInstanceVariable(object_getClass(calendar), "lblMonth");
         find<decltype(prepareReplay)>("prepareReplay")(
             calendar, reinterpret_cast<id*>(reinterpret_cast<char*>(calendar) + ivar_getOffset(title)));
-        play = find<decltype(replayMonth)>("replayMonth");
+        play_ = find<decltype(replayMonth)>("replayMonth");
     }
 
-    decltype(replayMonth)* play;
+    void play() const { play_(); }
 
 private:
     template <class Function>
@@ -39,6 +40,7 @@ private:
     }
 
     void* handle_;
+    decltype(replayMonth)* play_;
 };
 
 NSInteger nothing(id, SEL)

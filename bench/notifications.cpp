@@ -14,14 +14,14 @@ using namespace simulator;
 namespace {
 
 /// The median time, in microseconds, to add one more to about `count` items.
-double timeAt(const BenchPhone& phone, int& present, int count)
+double timeAt(int& present, int count)
 {
     for (; present < count; ++present)
-        phone.notify("org.solvane.ferry", "Solvane Ferry", "Pier 2");
+        notify("org.solvane.ferry", "Solvane Ferry", "Pier 2");
     constexpr int samples = 31;
     std::vector<double> times;
     for (int i = 0; i < samples; ++i, ++present)
-        times.push_back(processorTimeOf([&] { phone.notify("org.solvane.ferry", "Solvane Ferry", "Pier 2"); }));
+        times.push_back(processorTimeOf([&] { notify("org.solvane.ferry", "Solvane Ferry", "Pier 2"); }));
     constexpr double microseconds = 1e6;
     return median(times) * microseconds;
 }
@@ -35,7 +35,7 @@ int main()
     double before = 0;
     bool growsNoFaster = true;
     for (const int count : {500, 1000, 2000, 4000}) {
-        const double time = timeAt(phone, present, count);
+        const double time = timeAt(present, count);
         std::printf("| the notification after %d others | %.0f µs | | %s |\n", count, time,
                     before == 0 ? "" : std::to_string(time / before).substr(0, 4).append(" times the one before").c_str());
         constexpr double twiceAndTolerance = 2.4;

@@ -98,7 +98,7 @@ int main()
 {
     const BenchPhone phone;
     for (const Message& message : messages)
-        phone.notify(message.bundleIdentifier, message.title, message.text);
+        notify(message.bundleIdentifier, message.title, message.text);
     tap(springBoardWindow(), {282, 103}, 1);
     const Parts parts = loadParts();
 

@@ -32,7 +32,7 @@ BenchPhone::~BenchPhone()
     std::filesystem::remove_all(root_);
 }
 
-void BenchPhone::notify(const std::string& bundleIdentifier, const std::string& title, const std::string& message) const
+void notify(const std::string& bundleIdentifier, const std::string& title, const std::string& message)
 {
     addListItem(bulletinItem(toNSString(bundleIdentifier), toNSString(title), toNSString(message)));
 }

@@ -14,13 +14,13 @@ public:
     BenchPhone& operator=(const BenchPhone&) = delete;
     ~BenchPhone();
 
-    /// Adds a notification to the list.
-    void notify(const std::string& bundleIdentifier, const std::string& title, const std::string& message) const;
-
 private:
     std::string root_;
     AutoreleasePool pool_;
 };
+
+/// Adds a notification to the phone's list.
+void notify(const std::string& bundleIdentifier, const std::string& title, const std::string& message);
 
 /// The processor time that this process has used, in seconds.
 double processorTime();

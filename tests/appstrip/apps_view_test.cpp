@@ -20,10 +20,8 @@
 namespace {
 
 namespace fs = std::filesystem;
-using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 constexpr const char* mail = "com.apple.mobilemail";
 constexpr const char* messages = "com.apple.MobileSMS";
@@ -102,7 +100,7 @@ NSObject* mortal(const char* className)
         class_getMethodImplementation(objc_getClass("NSObject"), selector<"dealloc">()));
     simulator::addMethod<"dealloc">(
         objc_getClass(className), +[](NSObject* self, SEL message) {
-            MessageLog::messages().push_back(class_getName(object_getClass(self)));
+            MessageLog::messages().emplace_back(class_getName(object_getClass(self)));
             dealloc(self, message);
         });
     return newObject(className);

@@ -13,10 +13,8 @@
 
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::SizeIs;
 
 class ListItems : public testing::Test {
 protected:
@@ -142,7 +140,7 @@ NSObject* askedObject()
     const Class cls = makeClass("AskedItem", "NSObject");
     simulator::addMethod<"isKindOfClass:">(
         cls, +[](NSObject*, SEL, Class kind) -> BOOL {
-            requests().push_back(class_getName(kind));
+            requests().emplace_back(class_getName(kind));
             return NO;
         });
     return newObject("AskedItem");

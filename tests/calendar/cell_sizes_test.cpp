@@ -66,7 +66,7 @@ TEST(CellSizes, AreTheSameInBothPrecisionsForEveryWidthThatBothCanHold)
     // Rounding to single precision never lifts a seventh to the next whole number; the widths right below a multiple of
     // seven would be the first to show it.
     for (int cell = 1; cell <= 300; ++cell) {
-        float width = static_cast<float>(7 * cell);
+        auto width = static_cast<float>(7 * cell);
         for (int i = 0; i < 100; ++i) {
             width = std::nextafter(width, 0.0F);
             expect<float, int>(width, reckoned(7L * cell - 1));

@@ -366,7 +366,8 @@ TEST(DayCalendars, AreReadAnewForEachDay)
 TEST(DayEventStore, IsMadeForEachQuestionAndGoesWithIt)
 {
     const Diary diary(standup);
-    static int made, gone;
+    static int made;
+    static int gone;
     simulator::addMethod<"dealloc">(
         objc_getClass("EKEventStore"), +[](NSObject* self, SEL) {
             ++gone;
@@ -440,6 +441,8 @@ TEST(DateText, HasAPlainDayAShortMonthAndTwentyFourHours)
     EXPECT_EQ(written("2014-06-15T13:05:00"), "15 Jun 2014, 13:05");
 }
 
+namespace {
+
 struct DateLanguage {
     const char* name;
     const char* language;
@@ -450,6 +453,8 @@ std::ostream& operator<<(std::ostream& stream, const DateLanguage& language)
 {
     return stream << language.text;
 }
+
+} // namespace
 
 class DateTextIn : public testing::TestWithParam<DateLanguage> {};
 

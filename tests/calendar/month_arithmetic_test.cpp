@@ -220,6 +220,8 @@ TEST(MonthLength, CountsThePreviousMonthFromTheLastDayOfALongerOne)
 
 // Offsets
 
+namespace {
+
 struct Week {
     const char* name;
     const char* language;
@@ -230,6 +232,8 @@ std::ostream& operator<<(std::ostream& stream, const Week& week)
 {
     return stream << week.language;
 }
+
+} // namespace
 
 class MonthOffsetInLocale : public testing::TestWithParam<Week> {};
 

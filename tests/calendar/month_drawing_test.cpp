@@ -48,7 +48,14 @@ enum class Kind { grey, ordinary, today };
 
 const Style& styleFor(Kind kind)
 {
-    return kind == Kind::grey ? grey : kind == Kind::today ? today : ordinary;
+    switch (kind) {
+    case Kind::grey:
+        return grey;
+    case Kind::today:
+        return today;
+    default:
+        return ordinary;
+    }
 }
 
 struct Month {
@@ -129,8 +136,12 @@ std::vector<Day> daysIn(const std::vector<std::string>& grid)
     for (const std::string& row : grid) {
         std::istringstream words(row);
         for (std::string word; words >> word;) {
-            const Kind kind = word[0] == '(' ? Kind::grey : word[0] == '[' ? Kind::today : Kind::ordinary;
-            days.push_back({std::stoi(kind == Kind::ordinary ? word : word.substr(1)), kind});
+            if (word[0] == '(')
+                days.push_back({std::stoi(word.substr(1)), Kind::grey});
+            else if (word[0] == '[')
+                days.push_back({std::stoi(word.substr(1)), Kind::today});
+            else
+                days.push_back({std::stoi(word), Kind::ordinary});
         }
     }
     return days;
@@ -285,7 +296,7 @@ TEST_F(MonthGridToday, IsTheCreationsDayNumberInEveryMonth)
         EXPECT_EQ(textOf(buttonOfDay(calendar, 15)->titleLabel()->font()->fontName()), "Verdana-Bold") << shownMonth(calendar);
         int marked = 0;
         for (const Day& day : daysIn(gridOf(calendar)))
-            marked += day.kind == Kind::today;
+            marked += day.kind == Kind::today ? 1 : 0;
         EXPECT_EQ(marked, 1) << shownMonth(calendar);
     }
 }
@@ -543,6 +554,8 @@ TEST(MonthHeader, HasSevenHeadingsInAnOverlappingRow)
     }
 }
 
+namespace {
+
 struct Title {
     const char* name;
     const char* language;
@@ -553,6 +566,8 @@ std::ostream& operator<<(std::ostream& stream, const Title& title)
 {
     return stream << title.text;
 }
+
+} // namespace
 
 class MonthHeaderIn : public testing::TestWithParam<Title> {
 protected:

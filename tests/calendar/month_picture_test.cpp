@@ -154,7 +154,8 @@ TEST_F(MonthPicture, LeavesThePlaceOfTheTitleEmpty)
 TEST_F(MonthPicture, WritesTheHeadingsInGreyInTheMiddleOfTheirPlaces)
 {
     const Screen screen = Screen::take();
-    double left = 45, right = 0;
+    double left = 45;
+    double right = 0;
     for (double y = 46; y < 66; y += 0.5) {
         for (double x = 0; x < 44; x += 0.5) {
             if (std::abs(screen.at(x, y).green - wallpaper.green) > 0.1) {
@@ -170,7 +171,10 @@ TEST_F(MonthPicture, WritesTheHeadingsInGreyInTheMiddleOfTheirPlaces)
 TEST_F(MonthPicture, WritesTheNumberInTheMiddleOfItsDay)
 {
     const Screen screen = Screen::take();
-    double left = 45, right = 0, top = 45, bottom = 0;
+    double left = 45;
+    double right = 0;
+    double top = 45;
+    double bottom = 0;
     for (double y = 2; y < 43; y += 0.5) {
         for (double x = 2; x < 43; x += 0.5) {
             if (screen.at(220 + x, 155 + y).green > 0.4) {

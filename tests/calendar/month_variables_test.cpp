@@ -254,7 +254,8 @@ TEST(NewMonthCalendar, HoldsItsDelegateWeakly)
 TEST(NewMonthCalendar, LetsGoOfWhatItHoldsWhenItGoes)
 {
     const RegionalPhone phone;
-    Owned<NSObject> title, recognizer;
+    Owned<NSObject> title;
+    Owned<NSObject> recognizer;
     const Owned<NSObject> delegate = adopt(send<"new", NSObject*>(objc_getClass("NSObject")));
     {
         const AutoreleasePool pool;

@@ -71,7 +71,8 @@ TEST(MonthSwipe, IsReadyBeforeAnythingIsDrawn)
     std::vector<std::string> selectors;
     for (const std::string& message : MessageLog::messages()) {
         std::istringstream words(message);
-        std::string receiver, name;
+        std::string receiver;
+        std::string name;
         words >> receiver >> name;
         selectors.push_back(name);
     }

@@ -17,7 +17,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class ListController : public testing::Test {
 protected:

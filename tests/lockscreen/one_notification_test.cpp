@@ -35,7 +35,7 @@ double difference(const Picture& one, const Picture& other, Area area)
     int count = 0;
     for (int y = 2 * area.y; y < 2 * (area.y + area.height); ++y) {
         for (int x = 2 * area.x; x < 2 * (area.x + area.width); ++x)
-            count += one.at(x, y) != other.at(x, y);
+            count += one.at(x, y) != other.at(x, y) ? 1 : 0;
     }
     return static_cast<double>(count) / (4.0 * area.width * area.height);
 }

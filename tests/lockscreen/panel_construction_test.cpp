@@ -146,8 +146,11 @@ void noteLabels()
 {
     initLabel = simulator::replaceMethod<"initWithFrame:">(
         objc_getClass("UILabel"), +[](UIView* self, SEL message, CGRect frame) -> UIView* {
-            MessageLog::name(self, ++labels == 1 ? "headline" : labels == 2 ? "subtitle" : "other");
-            if (labels <= 2)
+            constexpr const char* names[] = {"headline", "subtitle"};
+            const bool isOfThePanel = labels < std::ssize(names);
+            MessageLog::name(self, isOfThePanel ? names[labels] : "other");
+            ++labels;
+            if (isOfThePanel)
                 MessageLog::note(self, message, frame);
             return initLabel(self, message, frame);
         });

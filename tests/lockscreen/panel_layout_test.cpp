@@ -14,7 +14,6 @@
 
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 
 class PanelLayout : public testing::Test {
@@ -237,7 +236,7 @@ TEST(PanelLayoutInOrder, LetsSpringBoardLayOutFirstAndGoesFromTheTopDown)
 
 TEST_F(PanelLayout, ShowsTheCalendarInTheMiddleOfItsPane)
 {
-    UIView* const calendar = instanceVariable<UIView>(panel::widget(), "cal");
+    auto* const calendar = instanceVariable<UIView>(panel::widget(), "cal");
     calendar->setHidden(true);
     panel::layOut();
     EXPECT_FALSE(calendar->isHidden());

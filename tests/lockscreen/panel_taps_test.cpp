@@ -18,7 +18,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class PanelTaps : public testing::Test {
 protected:

@@ -51,7 +51,7 @@ Owned<Mortal> mortal(NSInteger number = 0)
 /// Leaves something other than zero where functions give their results.
 [[gnu::noinline]] double leftOver()
 {
-    static volatile double value = 1.5;
+    static const volatile double value = 1.5;
     return value;
 }
 
@@ -84,7 +84,7 @@ TEST(SendToNil, GivesStructsOfZeros)
     EXPECT_EQ(sentToNil<CGRect>(), CGRect{});
     EXPECT_EQ(sentToNil<CGSize>(), CGSize{});
     EXPECT_EQ(sentToNil<CGPoint>(), CGPoint{});
-    const NSRange range = sentToNil<NSRange>();
+    const auto range = sentToNil<NSRange>();
     EXPECT_EQ(range.location, 0U);
     EXPECT_EQ(range.length, 0U);
 }

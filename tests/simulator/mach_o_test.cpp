@@ -22,7 +22,6 @@ namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::StartsWith;
 using testing::ThrowsMessage;
 

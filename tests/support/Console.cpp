@@ -87,7 +87,8 @@ Json lineOf(const Console& console, const std::string& script)
 
 LiveConsole::LiveConsole(const fs::path& root, const Environment& additions)
 {
-    const Pipe input, output;
+    const Pipe input;
+    const Pipe output;
     process_ = std::make_unique<Process>(commandLine(root, "-", {}), additions, input.ends[0], output.ends[1], STDERR_FILENO);
     ::close(input.ends[0]);
     ::close(output.ends[1]);

@@ -51,9 +51,7 @@ public:
     template <class... Arguments>
     static void note(const void* receiver, SEL selector, Arguments... arguments)
     {
-        std::string message = describe(receiver) + ' ' + sel_getName(selector);
-        ((message += ' ' + describe(arguments)), ...);
-        messages().push_back(message);
+        messages().push_back((describe(receiver) + ' ' + sel_getName(selector) + ... + (' ' + describe(arguments))));
     }
 
 private:

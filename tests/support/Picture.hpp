@@ -18,7 +18,10 @@ struct Picture {
 
     bool operator==(const Picture&) const = default;
 
-    std::uint32_t at(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
+    std::uint32_t at(int x, int y) const
+    {
+        return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)];
+    }
 
     /// The smallest rectangle, in pixels, that holds every pixel of which the question is true.
     struct Box {

@@ -121,7 +121,9 @@ int Process::wait()
 
 Outcome runProgram(const std::vector<std::string>& words, const Environment& additions, const std::string& input)
 {
-    const Scratch inputFile, output, errors;
+    const Scratch inputFile;
+    const Scratch output;
+    const Scratch errors;
     inputFile.write(input);
     Process process(words, additions, inputFile.descriptor(), output.descriptor(), errors.descriptor());
     const int status = process.wait();

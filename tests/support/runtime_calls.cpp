@@ -78,7 +78,7 @@ Class objc_getClass(const char* name)
 {
     static const auto runtimes = next<Class(const char*)>("objc_getClass");
     if (isInLibrary(__builtin_return_address(0))) {
-        calls().lookups.push_back(name);
+        calls().lookups.emplace_back(name);
         if (calls().hidden.contains(name))
             return nullptr;
     }
@@ -89,7 +89,7 @@ Ivar class_getInstanceVariable(Class cls, const char* name)
 {
     static const auto runtimes = next<Ivar(Class, const char*)>("class_getInstanceVariable");
     if (isInLibrary(__builtin_return_address(0))) {
-        calls().instanceVariables.push_back(name);
+        calls().instanceVariables.emplace_back(name);
         if (calls().hiddenInstanceVariables.contains(name))
             return nullptr;
     }

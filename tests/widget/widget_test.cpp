@@ -264,7 +264,8 @@ TEST_F(WidgetWeather, SaysNowInWhite)
 
 TEST_F(WidgetWeather, IsOwnedByTheWidgetAndItsLabelByTheCardAlone)
 {
-    Owned<UIView> card, label;
+    Owned<UIView> card;
+    Owned<UIView> label;
     {
         const AutoreleasePool pool;
         const auto widget = newWidget();
@@ -371,7 +372,7 @@ TEST_F(WidgetFaces, ThatAreAbsentArePassedOver)
     send<"hideALL">(widget.get());
     EXPECT_TRUE(calendarOf(widget)->isHidden());
 
-    UIView*& calendar = variable<UIView*>(widget, "cal");
+    auto& calendar = variable<UIView*>(widget, "cal");
     calendar->removeFromSuperview();
     objc_release(calendar);
     calendar = nullptr;
