@@ -72,7 +72,7 @@ void addIconFor_andBadgeCount(SVAppsView* self, SEL, NSObject* item, long count)
     count += countOfItems(self, identifier);
 
     if (self->iconImgViews()->objectForKey(identifier) != nullptr) {
-        static_cast<UIView*>(self->iconImgViews()->objectForKey(identifier))->removeFromSuperview();
+        self->iconImgViews()->objectForKey<UIView>(identifier)->removeFromSuperview();
         self->iconImgViews()->removeObjectForKey(identifier);
     }
 

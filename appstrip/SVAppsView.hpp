@@ -16,17 +16,17 @@ public:
     SVAppsView* initWithFrame(CGRect frame) { return send<"initWithFrame:", SVAppsView*>(this, frame); }
 
     /// The lock screen's own list, not a copy; nil at first.
-    NSMutableArray* items() { return send<"items", NSMutableArray*>(this); }
+    NSMutableArray* items() const { return send<"items", NSMutableArray*>(this); }
     void setItems(NSMutableArray* items) { send<"setItems:">(this, items); }
     /// From an application's identifier to its icon's view.
-    NSMutableDictionary* iconImgViews() { return send<"iconImgViews", NSMutableDictionary*>(this); }
+    NSMutableDictionary* iconImgViews() const { return send<"iconImgViews", NSMutableDictionary*>(this); }
     void setIconImgViews(NSMutableDictionary* views) { send<"setIconImgViews:">(this, views); }
 
     /// What an item is grouped by: its application, card or title; "noIdentifier" for an item of an unknown kind. Nil for a
     /// notification that names no application.
-    NSString* identifierForListItem(id item) { return send<"identifierForListItem:", NSString*>(this, item); }
+    NSString* identifierForListItem(id item) const { return send<"identifierForListItem:", NSString*>(this, item); }
     /// May be nil.
-    UIImage* iconForListItem(id item) { return send<"iconForListItem:", UIImage*>(this, item); }
+    UIImage* iconForListItem(id item) const { return send<"iconForListItem:", UIImage*>(this, item); }
 
     /// Makes the icon of the item's application anew. Its badge shows `count` and one for each item in the list that has the
     /// same identifier. showIcons puts it into the strip.

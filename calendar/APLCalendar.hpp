@@ -16,14 +16,14 @@ public:
     APLCalendar* initWithFrame(CGRect frame) { return send<"initWithFrame:", APLCalendar*>(this, frame); }
 
     /// Held weakly.
-    APLCalendarDelegate* delegate() { return send<"delegate", APLCalendarDelegate*>(this); }
+    APLCalendarDelegate* delegate() const { return send<"delegate", APLCalendarDelegate*>(this); }
     void setDelegate(id delegate) { send<"setDelegate:">(this, delegate); }
 
     /// The days of the month that is shown.
-    NSInteger getTotalDaysInCurrentMonth() { return send<"getTotalDaysInCurrentMonth", NSInteger>(this); }
+    NSInteger getTotalDaysInCurrentMonth() const { return send<"getTotalDaysInCurrentMonth", NSInteger>(this); }
     /// The leading cells that the month's first week needs, in the locale's own week: 1 to 6, and 7 for none; −1 when the
     /// locale's weekday number cannot be read.
-    NSInteger getOffsetDays() { return send<"getOffsetDays", NSInteger>(this); }
+    NSInteger getOffsetDays() const { return send<"getOffsetDays", NSInteger>(this); }
 
     /// Step without drawing.
     void goOneMonthForward() { send<"goOneMonthForward">(this); }
@@ -49,7 +49,7 @@ public:
     void clearViews() { send<"clearViews">(this); }
 
     /// The date as "5 Mar 2014, 09:00" in the user's locale and time zone.
-    NSString* getStringFromDate(NSDate* date) { return send<"getStringFromDate:", NSString*>(this, date); }
+    NSString* getStringFromDate(NSDate* date) const { return send<"getStringFromDate:", NSString*>(this, date); }
 };
 
 struct APLCalendarIvars {

@@ -32,7 +32,7 @@ NSString* getCalenderEventsForDay(APLCalendar* self, SEL, NSDate* start)
     for (NSUInteger i = 0; i < events->count(); ++i) {
         // Each text holds all before it: none is kept longer than the next needs it.
         const AutoreleasePool pool;
-        auto* const event = static_cast<EKEvent*>(events->objectAtIndex(i));
+        auto* const event = events->objectAtIndex<EKEvent>(i);
         NSString* const from = self->getStringFromDate(event->startDate());
         NSString* const until = self->getStringFromDate(event->endDate());
         NSString* const times = NSString::stringWithFormat(constantString<"%@ - %@">(), from, until);

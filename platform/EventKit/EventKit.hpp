@@ -10,9 +10,9 @@ class EKCalendar : public NSObject {};
 
 class EKEvent : public NSObject {
 public:
-    NSString* title() { return send<"title", NSString*>(this); }
-    NSDate* startDate() { return send<"startDate", NSDate*>(this); }
-    NSDate* endDate() { return send<"endDate", NSDate*>(this); }
+    NSString* title() const { return send<"title", NSString*>(this); }
+    NSDate* startDate() const { return send<"startDate", NSDate*>(this); }
+    NSDate* endDate() const { return send<"endDate", NSDate*>(this); }
 };
 
 class NSPredicate : public NSObject {};
@@ -22,13 +22,13 @@ public:
     /// The caller owns it.
     static EKEventStore* newStore() { return send<"new", EKEventStore*>(classNamed<"EKEventStore">()); }
     /// Nil when there is none.
-    EKCalendar* defaultCalendarForNewEvents() { return send<"defaultCalendarForNewEvents", EKCalendar*>(this); }
-    NSPredicate* predicateForEventsWithStartDate_endDate_calendars(NSDate* start, NSDate* end, NSArray* calendars)
+    EKCalendar* defaultCalendarForNewEvents() const { return send<"defaultCalendarForNewEvents", EKCalendar*>(this); }
+    NSPredicate* predicateForEventsWithStartDate_endDate_calendars(NSDate* start, NSDate* end, NSArray* calendars) const
     {
         return send<"predicateForEventsWithStartDate:endDate:calendars:", NSPredicate*>(this, start, end, calendars);
     }
     /// Recurring events as the single ones that they stand for.
-    NSArray* eventsMatchingPredicate(NSPredicate* predicate)
+    NSArray* eventsMatchingPredicate(NSPredicate* predicate) const
     {
         return send<"eventsMatchingPredicate:", NSArray*>(this, predicate);
     }

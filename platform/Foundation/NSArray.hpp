@@ -10,9 +10,13 @@ public:
         return send<"arrayWithObjects:count:", NSArray*>(classNamed<"NSArray">(), objects, count);
     }
 
-    NSUInteger count() { return send<"count", NSUInteger>(this); }
+    NSUInteger count() const { return send<"count", NSUInteger>(this); }
     /// An index out of range raises NSRangeException.
-    id objectAtIndex(NSUInteger index) { return send<"objectAtIndex:", id>(this, index); }
+    template <class Item = NSObject>
+    Item* objectAtIndex(NSUInteger index) const
+    {
+        return send<"objectAtIndex:", Item*>(this, index);
+    }
 };
 
 /// A list that can change.

@@ -17,11 +17,11 @@ class NSDateComponents : public NSObject {
 public:
     static NSDateComponents* alloc() { return send<"alloc", NSDateComponents*>(classNamed<"NSDateComponents">()); }
     NSDateComponents* init() { return send<"init", NSDateComponents*>(this); }
-    NSInteger year() { return send<"year", NSInteger>(this); }
-    NSInteger month() { return send<"month", NSInteger>(this); }
-    NSInteger day() { return send<"day", NSInteger>(this); }
+    NSInteger year() const { return send<"year", NSInteger>(this); }
+    NSInteger month() const { return send<"month", NSInteger>(this); }
+    NSInteger day() const { return send<"day", NSInteger>(this); }
     void setDay(NSInteger day) { send<"setDay:">(this, day); }
-    NSInteger hour() { return send<"hour", NSInteger>(this); }
+    NSInteger hour() const { return send<"hour", NSInteger>(this); }
 };
 
 constexpr NSCalendarUnit operator|(NSCalendarUnit left, NSCalendarUnit right)
@@ -39,17 +39,17 @@ public:
     }
     static NSCalendar* currentCalendar() { return send<"currentCalendar", NSCalendar*>(classNamed<"NSCalendar">()); }
 
-    NSDateComponents* components_fromDate(NSCalendarUnit units, NSDate* date)
+    NSDateComponents* components_fromDate(NSCalendarUnit units, NSDate* date) const
     {
         return send<"components:fromDate:", NSDateComponents*>(this, units, date);
     }
     /// Options 0: the smaller units stay as they are, so a day later is the same time of day.
-    NSDate* dateByAddingComponents_toDate_options(NSDateComponents* components, NSDate* date, NSUInteger options)
+    NSDate* dateByAddingComponents_toDate_options(NSDateComponents* components, NSDate* date, NSUInteger options) const
     {
         return send<"dateByAddingComponents:toDate:options:", NSDate*>(this, components, date, options);
     }
     /// The numbers that the smaller unit takes in the one larger unit that holds the date.
-    NSRange rangeOfUnit_inUnit_forDate(NSCalendarUnit smaller, NSCalendarUnit larger, NSDate* date)
+    NSRange rangeOfUnit_inUnit_forDate(NSCalendarUnit smaller, NSCalendarUnit larger, NSDate* date) const
     {
         return send<"rangeOfUnit:inUnit:forDate:", NSRange>(this, smaller, larger, date);
     }

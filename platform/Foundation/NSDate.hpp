@@ -10,5 +10,5 @@ public:
     {
         return send<"dateWithTimeIntervalSince1970:", NSDate*>(classNamed<"NSDate">(), seconds);
     }
-    NSTimeInterval timeIntervalSince1970() { return send<"timeIntervalSince1970", NSTimeInterval>(this); }
+    NSTimeInterval timeIntervalSince1970() const { return send<"timeIntervalSince1970", NSTimeInterval>(this); }
 };

@@ -20,6 +20,6 @@ public:
     void setFormatterBehavior(NSDateFormatterBehavior behavior) { send<"setFormatterBehavior:">(this, behavior); }
     void setLocale(NSLocale* locale) { send<"setLocale:">(this, locale); }
     /// Nil for a text that the pattern does not read.
-    NSDate* dateFromString(NSString* text) { return send<"dateFromString:", NSDate*>(this, text); }
-    NSString* stringFromDate(NSDate* date) { return send<"stringFromDate:", NSString*>(this, date); }
+    NSDate* dateFromString(NSString* text) const { return send<"dateFromString:", NSDate*>(this, text); }
+    NSString* stringFromDate(NSDate* date) const { return send<"stringFromDate:", NSString*>(this, date); }
 };

@@ -18,9 +18,17 @@ public:
         return send<"dictionaryWithObjects:forKeys:count:", NSDictionary*>(classNamed<"NSDictionary">(), objects, keys, count);
     }
 
-    id objectForKey(id key) { return send<"objectForKey:", id>(this, key); }
-    id objectForKeyedSubscript(id key) { return send<"objectForKeyedSubscript:", id>(this, key); }
-    NSUInteger count() { return send<"count", NSUInteger>(this); }
+    template <class Item = NSObject>
+    Item* objectForKey(id key) const
+    {
+        return send<"objectForKey:", Item*>(this, key);
+    }
+    template <class Item = NSObject>
+    Item* objectForKeyedSubscript(id key) const
+    {
+        return send<"objectForKeyedSubscript:", Item*>(this, key);
+    }
+    NSUInteger count() const { return send<"count", NSUInteger>(this); }
 };
 
 /// A map that can change.
@@ -30,8 +38,8 @@ public:
     NSMutableDictionary* init() { return send<"init", NSMutableDictionary*>(this); }
 
     /// In the map's own order.
-    NSArray* allKeys() { return send<"allKeys", NSArray*>(this); }
-    NSArray* allValues() { return send<"allValues", NSArray*>(this); }
+    NSArray* allKeys() const { return send<"allKeys", NSArray*>(this); }
+    NSArray* allValues() const { return send<"allValues", NSArray*>(this); }
     /// Nil raises NSInvalidArgumentException.
     void setObject_forKey(id object, id key) { send<"setObject:forKey:">(this, object, key); }
     void removeObjectForKey(id key) { send<"removeObjectForKey:">(this, key); }

@@ -6,5 +6,9 @@
 class NSSet : public NSObject {
 public:
     static NSSet* setWithObject(id object) { return send<"setWithObject:", NSSet*>(classNamed<"NSSet">(), object); }
-    id anyObject() { return send<"anyObject", id>(this); }
+    template <class Item = NSObject>
+    Item* anyObject() const
+    {
+        return send<"anyObject", Item*>(this);
+    }
 };

@@ -21,13 +21,13 @@ public:
         return sendVariadic<"stringWithFormat:", NSString*>(classNamed<"NSString">(), format, arguments...);
     }
 
-    const char* UTF8String() { return send<"UTF8String", const char*>(this); }
-    NSUInteger length() { return send<"length", NSUInteger>(this); }
-    unichar characterAtIndex(NSUInteger index) { return send<"characterAtIndex:", unichar>(this, index); }
-    bool isEqualToString(NSString* other) { return send<"isEqualToString:", BOOL>(this, other) != NO; }
+    const char* UTF8String() const { return send<"UTF8String", const char*>(this); }
+    NSUInteger length() const { return send<"length", NSUInteger>(this); }
+    unichar characterAtIndex(NSUInteger index) const { return send<"characterAtIndex:", unichar>(this, index); }
+    bool isEqualToString(NSString* other) const { return send<"isEqualToString:", BOOL>(this, other) != NO; }
     /// The number that the text begins with; 0 when it begins with none.
-    int intValue() { return send<"intValue", int>(this); }
-    float floatValue() { return send<"floatValue", float>(this); }
+    int intValue() const { return send<"intValue", int>(this); }
+    float floatValue() const { return send<"floatValue", float>(this); }
 };
 
 /// A text that can change.

@@ -7,8 +7,8 @@
 
 class SBApplication : public NSObject {
 public:
-    NSString* bundleIdentifier() { return send<"bundleIdentifier", NSString*>(this); }
-    NSString* displayName() { return send<"displayName", NSString*>(this); }
+    NSString* bundleIdentifier() const { return send<"bundleIdentifier", NSString*>(this); }
+    NSString* displayName() const { return send<"displayName", NSString*>(this); }
 };
 
 class SBApplicationController : public NSObject {
@@ -18,12 +18,12 @@ public:
         return send<"sharedInstance", SBApplicationController*>(classNamed<"SBApplicationController">());
     }
     /// Nil when no such application is installed.
-    SBApplication* applicationWithBundleIdentifier(NSString* identifier)
+    SBApplication* applicationWithBundleIdentifier(NSString* identifier) const
     {
         return send<"applicationWithBundleIdentifier:", SBApplication*>(this, identifier);
     }
     /// The name of that message on older systems.
-    SBApplication* applicationWithDisplayIdentifier(NSString* identifier)
+    SBApplication* applicationWithDisplayIdentifier(NSString* identifier) const
     {
         return send<"applicationWithDisplayIdentifier:", SBApplication*>(this, identifier);
     }
@@ -37,7 +37,7 @@ public:
         return send<"initWithApplication:", SBApplicationIcon*>(this, application);
     }
     /// In one of SpringBoard's own image formats; may be nil.
-    UIImage* generateIconImage(int format) { return send<"generateIconImage:", UIImage*>(this, format); }
+    UIImage* generateIconImage(int format) const { return send<"generateIconImage:", UIImage*>(this, format); }
 };
 
 /// SpringBoard's addition to UIImage.

@@ -9,9 +9,9 @@
 class BBBulletin : public NSObject {
 public:
     /// The bundle identifier of the application that posted it.
-    NSString* sectionID() { return send<"sectionID", NSString*>(this); }
-    NSString* title() { return send<"title", NSString*>(this); }
-    NSString* message() { return send<"message", NSString*>(this); }
+    NSString* sectionID() const { return send<"sectionID", NSString*>(this); }
+    NSString* title() const { return send<"title", NSString*>(this); }
+    NSString* message() const { return send<"message", NSString*>(this); }
 };
 
 class SBAwayListItem : public NSObject {};
@@ -19,25 +19,25 @@ class SBAwayListItem : public NSObject {};
 /// A notification of an application.
 class SBAwayBulletinListItem : public SBAwayListItem {
 public:
-    BBBulletin* activeBulletin() { return send<"activeBulletin", BBBulletin*>(this); }
-    UIImage* iconImage() { return send<"iconImage", UIImage*>(this); }
+    BBBulletin* activeBulletin() const { return send<"activeBulletin", BBBulletin*>(this); }
+    UIImage* iconImage() const { return send<"iconImage", UIImage*>(this); }
 };
 
 /// A card, such as a boarding pass.
 class SBCardItem : public NSObject {
 public:
-    NSString* identifier() { return send<"identifier", NSString*>(this); }
+    NSString* identifier() const { return send<"identifier", NSString*>(this); }
 };
 
 class SBAwayCardListItem : public SBAwayListItem {
 public:
-    SBCardItem* cardItem() { return send<"cardItem", SBCardItem*>(this); }
-    UIImage* cardThumbnail() { return send<"cardThumbnail", UIImage*>(this); }
+    SBCardItem* cardItem() const { return send<"cardItem", SBCardItem*>(this); }
+    UIImage* cardThumbnail() const { return send<"cardThumbnail", UIImage*>(this); }
 };
 
 /// An alert of the system itself.
 class SBAwaySystemAlertItem : public SBAwayListItem {
 public:
-    NSString* title() { return send<"title", NSString*>(this); }
-    UIImage* iconImage() { return send<"iconImage", UIImage*>(this); }
+    NSString* title() const { return send<"title", NSString*>(this); }
+    UIImage* iconImage() const { return send<"iconImage", UIImage*>(this); }
 };

@@ -20,5 +20,5 @@ public:
         return send<"bezierPathWithRoundedRect:byRoundingCorners:cornerRadii:", UIBezierPath*>(classNamed<"UIBezierPath">(), rect,
                                                                                                corners, radii);
     }
-    CGPathRef CGPath() { return send<"CGPath", CGPathRef>(this); }
+    CGPathRef CGPath() const { return send<"CGPath", CGPathRef>(this); }
 };

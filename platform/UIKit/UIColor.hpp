@@ -26,9 +26,9 @@ public:
     {
         return send<"initWithRed:green:blue:alpha:", UIColor*>(this, red, green, blue, alpha);
     }
-    CGColorRef CGColor() { return send<"CGColor", CGColorRef>(this); }
+    CGColorRef CGColor() const { return send<"CGColor", CGColorRef>(this); }
     /// Gives its components, each but where there is null; NO for a colour that has none.
-    bool getRed_green_blue_alpha(CGFloat* red, CGFloat* green, CGFloat* blue, CGFloat* alpha)
+    bool getRed_green_blue_alpha(CGFloat* red, CGFloat* green, CGFloat* blue, CGFloat* alpha) const
     {
         return send<"getRed:green:blue:alpha:", BOOL>(this, red, green, blue, alpha) != NO;
     }

@@ -19,12 +19,12 @@ enum UIControlState : NSUInteger {
 /// A view that turns touches into events and tells its targets of them.
 class UIControl : public UIView {
 public:
-    bool isEnabled() { return send<"isEnabled", BOOL>(this) != NO; }
+    bool isEnabled() const { return send<"isEnabled", BOOL>(this) != NO; }
     /// A control that is not enabled takes touches but makes no events of them.
     void setEnabled(bool enabled) { send<"setEnabled:">(this, BOOL{enabled}); }
-    bool isHighlighted() { return send<"isHighlighted", BOOL>(this) != NO; }
+    bool isHighlighted() const { return send<"isHighlighted", BOOL>(this) != NO; }
     void setHighlighted(bool highlighted) { send<"setHighlighted:">(this, BOOL{highlighted}); }
-    UIControlState state() { return send<"state", UIControlState>(this); }
+    UIControlState state() const { return send<"state", UIControlState>(this); }
     /// The target is not retained; the action may take the control.
     void addTarget_action_forControlEvents(id target, SEL action, UIControlEvents events)
     {

@@ -18,7 +18,7 @@ public:
         return send<"boldSystemFontOfSize:", UIFont*>(classNamed<"UIFont">(), size);
     }
 
-    NSString* fontName() { return send<"fontName", NSString*>(this); }
-    CGFloat pointSize() { return send<"pointSize", CGFloat>(this); }
-    CGFloat lineHeight() { return send<"lineHeight", CGFloat>(this); }
+    NSString* fontName() const { return send<"fontName", NSString*>(this); }
+    CGFloat pointSize() const { return send<"pointSize", CGFloat>(this); }
+    CGFloat lineHeight() const { return send<"lineHeight", CGFloat>(this); }
 };

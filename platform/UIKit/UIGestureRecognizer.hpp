@@ -22,17 +22,17 @@ enum UISwipeGestureRecognizerDirection : NSUInteger {
 /// Watches the touches of a view and its subviews for a gesture, and tells its targets.
 class UIGestureRecognizer : public NSObject {
 public:
-    UIView* view() { return send<"view", UIView*>(this); }
+    UIView* view() const { return send<"view", UIView*>(this); }
     /// Not retained.
     void setView(UIView* view) { send<"setView:">(this, view); }
-    UIGestureRecognizerState state() { return send<"state", UIGestureRecognizerState>(this); }
+    UIGestureRecognizerState state() const { return send<"state", UIGestureRecognizerState>(this); }
     void setState(UIGestureRecognizerState state) { send<"setState:">(this, state); }
-    bool isEnabled() { return send<"isEnabled", BOOL>(this) != NO; }
-    bool cancelsTouchesInView() { return send<"cancelsTouchesInView", BOOL>(this) != NO; }
+    bool isEnabled() const { return send<"isEnabled", BOOL>(this) != NO; }
+    bool cancelsTouchesInView() const { return send<"cancelsTouchesInView", BOOL>(this) != NO; }
     void setCancelsTouchesInView(bool cancels) { send<"setCancelsTouchesInView:">(this, BOOL{cancels}); }
     /// The target is not retained.
     void addTarget_action(id target, SEL action) { send<"addTarget:action:">(this, target, action); }
-    CGPoint locationInView(UIView* view) { return send<"locationInView:", CGPoint>(this, view); }
+    CGPoint locationInView(UIView* view) const { return send<"locationInView:", CGPoint>(this, view); }
     /// Makes it ready for the next gesture.
     void reset() { send<"reset">(this); }
 };
@@ -48,7 +48,7 @@ public:
     {
         return send<"initWithTarget:action:", UITapGestureRecognizer*>(this, target, action);
     }
-    NSUInteger numberOfTapsRequired() { return send<"numberOfTapsRequired", NSUInteger>(this); }
+    NSUInteger numberOfTapsRequired() const { return send<"numberOfTapsRequired", NSUInteger>(this); }
     void setNumberOfTapsRequired(NSUInteger taps) { send<"setNumberOfTapsRequired:">(this, taps); }
 };
 
@@ -64,7 +64,7 @@ public:
         return send<"initWithTarget:action:", UISwipeGestureRecognizer*>(this, target, action);
     }
     /// The mask as it was set, not the direction of the stroke.
-    NSUInteger direction() { return send<"direction", NSUInteger>(this); }
+    NSUInteger direction() const { return send<"direction", NSUInteger>(this); }
     void setDirection(NSUInteger mask) { send<"setDirection:">(this, mask); }
 };
 
@@ -79,5 +79,5 @@ public:
     {
         return send<"initWithTarget:action:", UIPanGestureRecognizer*>(this, target, action);
     }
-    CGPoint translationInView(UIView* view) { return send<"translationInView:", CGPoint>(this, view); }
+    CGPoint translationInView(UIView* view) const { return send<"translationInView:", CGPoint>(this, view); }
 };

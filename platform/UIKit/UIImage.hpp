@@ -15,8 +15,8 @@ public:
         return send<"imageWithContentsOfFile:", UIImage*>(classNamed<"UIImage">(), path);
     }
 
-    CGSize size() { return send<"size", CGSize>(this); }
-    CGFloat scale() { return send<"scale", CGFloat>(this); }
+    CGSize size() const { return send<"size", CGSize>(this); }
+    CGFloat scale() const { return send<"scale", CGFloat>(this); }
     /// Draws it into the current graphics context, scaled to fill the rectangle.
     void drawInRect(CGRect rect) { send<"drawInRect:">(this, rect); }
 };

@@ -8,6 +8,6 @@ class UIImageView : public UIView {
 public:
     static UIImageView* alloc() { return send<"alloc", UIImageView*>(classNamed<"UIImageView">()); }
     UIImageView* initWithFrame(CGRect frame) { return send<"initWithFrame:", UIImageView*>(this, frame); }
-    UIImage* image() { return send<"image", UIImage*>(this); }
+    UIImage* image() const { return send<"image", UIImage*>(this); }
     void setImage(UIImage* image) { send<"setImage:">(this, image); }
 };

@@ -16,9 +16,9 @@ public:
     static UILabel* alloc() { return send<"alloc", UILabel*>(classNamed<"UILabel">()); }
     UILabel* initWithFrame(CGRect frame) { return send<"initWithFrame:", UILabel*>(this, frame); }
 
-    NSString* text() { return send<"text", NSString*>(this); }
+    NSString* text() const { return send<"text", NSString*>(this); }
     void setText(NSString* text) { send<"setText:">(this, text); }
-    UIFont* font() { return send<"font", UIFont*>(this); }
+    UIFont* font() const { return send<"font", UIFont*>(this); }
     void setFont(UIFont* font) { send<"setFont:">(this, font); }
     void setTextColor(UIColor* color) { send<"setTextColor:">(this, color); }
     void setTextAlignment(NSTextAlignment alignment) { send<"setTextAlignment:">(this, alignment); }

@@ -8,7 +8,7 @@ class UIScreen : public NSObject {
 public:
     static UIScreen* mainScreen() { return send<"mainScreen", UIScreen*>(classNamed<"UIScreen">()); }
     /// In points, with the origin at zero.
-    CGRect bounds() { return send<"bounds", CGRect>(this); }
+    CGRect bounds() const { return send<"bounds", CGRect>(this); }
     /// Pixels per point.
-    CGFloat scale() { return send<"scale", CGFloat>(this); }
+    CGFloat scale() const { return send<"scale", CGFloat>(this); }
 };

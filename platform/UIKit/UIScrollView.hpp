@@ -24,10 +24,10 @@ public:
     void setScrollEnabled(bool enabled) { send<"setScrollEnabled:">(this, BOOL{enabled}); }
     void setShowsVerticalScrollIndicator(bool shows) { send<"setShowsVerticalScrollIndicator:">(this, BOOL{shows}); }
     void setShowsHorizontalScrollIndicator(bool shows) { send<"setShowsHorizontalScrollIndicator:">(this, BOOL{shows}); }
-    CGSize contentSize() { return send<"contentSize", CGSize>(this); }
+    CGSize contentSize() const { return send<"contentSize", CGSize>(this); }
     void setContentSize(CGSize size) { send<"setContentSize:">(this, size); }
-    CGPoint contentOffset() { return send<"contentOffset", CGPoint>(this); }
+    CGPoint contentOffset() const { return send<"contentOffset", CGPoint>(this); }
     void setContentOffset(CGPoint offset) { send<"setContentOffset:">(this, offset); }
-    UIEdgeInsets contentInset() { return send<"contentInset", UIEdgeInsets>(this); }
+    UIEdgeInsets contentInset() const { return send<"contentInset", UIEdgeInsets>(this); }
     void setContentInset(UIEdgeInsets inset) { send<"setContentInset:">(this, inset); }
 };

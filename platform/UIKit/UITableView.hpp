@@ -21,7 +21,7 @@ public:
 
     void setDataSource(id source) { send<"setDataSource:">(this, source); }
     void setRowHeight(CGFloat height) { send<"setRowHeight:">(this, height); }
-    CGFloat rowHeight() { return send<"rowHeight", CGFloat>(this); }
+    CGFloat rowHeight() const { return send<"rowHeight", CGFloat>(this); }
     void reloadData() { send<"reloadData">(this); }
-    NSArray* visibleCells() { return send<"visibleCells", NSArray*>(this); }
+    NSArray* visibleCells() const { return send<"visibleCells", NSArray*>(this); }
 };

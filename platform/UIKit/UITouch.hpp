@@ -16,10 +16,10 @@ enum UITouchPhase : NSInteger {
 /// One finger on the screen, from the moment it comes down until it is lifted.
 class UITouch : public NSObject {
 public:
-    UITouchPhase phase() { return send<"phase", UITouchPhase>(this); }
+    UITouchPhase phase() const { return send<"phase", UITouchPhase>(this); }
     /// In seconds, on a clock that never goes back.
-    NSTimeInterval timestamp() { return send<"timestamp", NSTimeInterval>(this); }
-    UIView* view() { return send<"view", UIView*>(this); }
+    NSTimeInterval timestamp() const { return send<"timestamp", NSTimeInterval>(this); }
+    UIView* view() const { return send<"view", UIView*>(this); }
     /// Nil stands for the window.
-    CGPoint locationInView(UIView* view) { return send<"locationInView:", CGPoint>(this, view); }
+    CGPoint locationInView(UIView* view) const { return send<"locationInView:", CGPoint>(this, view); }
 };

@@ -16,32 +16,32 @@ public:
     static UIView* alloc() { return send<"alloc", UIView*>(classNamed<"UIView">()); }
     UIView* initWithFrame(CGRect frame) { return send<"initWithFrame:", UIView*>(this, frame); }
 
-    CALayer* layer() { return send<"layer", CALayer*>(this); }
+    CALayer* layer() const { return send<"layer", CALayer*>(this); }
     /// In the superview's coordinates.
-    CGRect frame() { return send<"frame", CGRect>(this); }
+    CGRect frame() const { return send<"frame", CGRect>(this); }
     void setFrame(CGRect frame) { send<"setFrame:">(this, frame); }
-    CGRect bounds() { return send<"bounds", CGRect>(this); }
+    CGRect bounds() const { return send<"bounds", CGRect>(this); }
     void setBounds(CGRect bounds) { send<"setBounds:">(this, bounds); }
-    CGPoint center() { return send<"center", CGPoint>(this); }
+    CGPoint center() const { return send<"center", CGPoint>(this); }
     void setCenter(CGPoint center) { send<"setCenter:">(this, center); }
 
-    UIView* superview() { return send<"superview", UIView*>(this); }
-    UIWindow* window() { return send<"window", UIWindow*>(this); }
-    NSArray* subviews() { return send<"subviews", NSArray*>(this); }
+    UIView* superview() const { return send<"superview", UIView*>(this); }
+    UIWindow* window() const { return send<"window", UIWindow*>(this); }
+    NSArray* subviews() const { return send<"subviews", NSArray*>(this); }
     void addSubview(UIView* view) { send<"addSubview:">(this, view); }
     void insertSubview_atIndex(UIView* view, NSInteger index) { send<"insertSubview:atIndex:">(this, view, index); }
     void didMoveToSuperview() { send<"didMoveToSuperview">(this); }
     void removeFromSuperview() { send<"removeFromSuperview">(this); }
 
-    bool isHidden() { return send<"isHidden", BOOL>(this) != NO; }
+    bool isHidden() const { return send<"isHidden", BOOL>(this) != NO; }
     void setHidden(bool hidden) { send<"setHidden:">(this, BOOL{hidden}); }
-    CGFloat alpha() { return send<"alpha", CGFloat>(this); }
+    CGFloat alpha() const { return send<"alpha", CGFloat>(this); }
     void setAlpha(CGFloat alpha) { send<"setAlpha:">(this, alpha); }
     void setBackgroundColor(UIColor* color) { send<"setBackgroundColor:">(this, color); }
     void setClipsToBounds(bool clips) { send<"setClipsToBounds:">(this, BOOL{clips}); }
     void setUserInteractionEnabled(bool enabled) { send<"setUserInteractionEnabled:">(this, BOOL{enabled}); }
-    bool isUserInteractionEnabled() { return send<"isUserInteractionEnabled", BOOL>(this) != NO; }
-    NSInteger tag() { return send<"tag", NSInteger>(this); }
+    bool isUserInteractionEnabled() const { return send<"isUserInteractionEnabled", BOOL>(this) != NO; }
+    NSInteger tag() const { return send<"tag", NSInteger>(this); }
     void setTag(NSInteger tag) { send<"setTag:">(this, tag); }
 
     void setAutoresizingMask(NSUInteger mask) { send<"setAutoresizingMask:">(this, mask); }
@@ -52,20 +52,26 @@ public:
     void setNeedsDisplay() { send<"setNeedsDisplay">(this); }
     /// Draws what the view itself shows into the current graphics context.
     void drawRect(CGRect rect) { send<"drawRect:">(this, rect); }
-    CGSize sizeThatFits(CGSize size) { return send<"sizeThatFits:", CGSize>(this, size); }
+    CGSize sizeThatFits(CGSize size) const { return send<"sizeThatFits:", CGSize>(this, size); }
     void sizeToFit() { send<"sizeToFit">(this); }
 
-    bool pointInside_withEvent(CGPoint point, UIEvent* event)
+    bool pointInside_withEvent(CGPoint point, UIEvent* event) const
     {
         return send<"pointInside:withEvent:", BOOL>(this, point, event) != NO;
     }
     /// The deepest view that takes a touch at the point, which is in this view's coordinates; nil when none does.
-    UIView* hitTest_withEvent(CGPoint point, UIEvent* event) { return send<"hitTest:withEvent:", UIView*>(this, point, event); }
-    CGPoint convertPoint_fromView(CGPoint point, UIView* view)
+    UIView* hitTest_withEvent(CGPoint point, UIEvent* event) const
+    {
+        return send<"hitTest:withEvent:", UIView*>(this, point, event);
+    }
+    CGPoint convertPoint_fromView(CGPoint point, UIView* view) const
     {
         return send<"convertPoint:fromView:", CGPoint>(this, point, view);
     }
-    CGPoint convertPoint_toView(CGPoint point, UIView* view) { return send<"convertPoint:toView:", CGPoint>(this, point, view); }
+    CGPoint convertPoint_toView(CGPoint point, UIView* view) const
+    {
+        return send<"convertPoint:toView:", CGPoint>(this, point, view);
+    }
     void addGestureRecognizer(UIGestureRecognizer* recognizer) { send<"addGestureRecognizer:">(this, recognizer); }
-    NSArray* gestureRecognizers() { return send<"gestureRecognizers", NSArray*>(this); }
+    NSArray* gestureRecognizers() const { return send<"gestureRecognizers", NSArray*>(this); }
 };

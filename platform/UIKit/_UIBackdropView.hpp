@@ -15,7 +15,7 @@ public:
     static _UIBackdropView* alloc() { return send<"alloc", _UIBackdropView*>(classNamed<"_UIBackdropView">()); }
     _UIBackdropView* initWithStyle(NSInteger style) { return send<"initWithStyle:", _UIBackdropView*>(this, style); }
 
-    _UIBackdropViewSettings* inputSettings() { return send<"inputSettings", _UIBackdropViewSettings*>(this); }
+    _UIBackdropViewSettings* inputSettings() const { return send<"inputSettings", _UIBackdropViewSettings*>(this); }
     void setBlurRadiusSetOnce(bool setOnce) { send<"setBlurRadiusSetOnce:">(this, BOOL{setOnce}); }
     /// In points.
     void setBlurRadius(CGFloat radius) { send<"setBlurRadius:">(this, radius); }

@@ -11,8 +11,8 @@ class City : public NSObject {
 public:
     void update() { send<"update">(this); }
     /// Degrees Celsius, as text.
-    NSString* temperature() { return send<"temperature", NSString*>(this); }
-    NSInteger conditionCode() { return send<"conditionCode", NSInteger>(this); }
+    NSString* temperature() const { return send<"temperature", NSString*>(this); }
+    NSInteger conditionCode() const { return send<"conditionCode", NSInteger>(this); }
 };
 
 /// Knows where the phone is.
@@ -23,7 +23,7 @@ public:
         return send<"sharedWeatherLocationManager", WeatherLocationManager*>(classNamed<"WeatherLocationManager">());
     }
     void setLocationTrackingActive(bool active) { send<"setLocationTrackingActive:">(this, BOOL{active}); }
-    id location() { return send<"location", id>(this); }
+    id location() const { return send<"location", id>(this); }
 };
 
 /// What the user chose in the weather application.
@@ -35,8 +35,8 @@ public:
     }
     void setLocalWeatherEnabled(bool enabled) { send<"setLocalWeatherEnabled:">(this, BOOL{enabled}); }
     /// Nil when the local city is not known.
-    City* localWeatherCity() { return send<"localWeatherCity", City*>(this); }
-    bool isCelsius() { return send<"isCelsius", BOOL>(this) != NO; }
+    City* localWeatherCity() const { return send<"localWeatherCity", City*>(this); }
+    bool isCelsius() const { return send<"isCelsius", BOOL>(this) != NO; }
 };
 
 /// Fetches the weather of a place.

@@ -17,7 +17,9 @@ public:
         take(object);
         return *this;
     }
-    Strong& operator=(Owned<T>&& object)
+    template <class Subclass>
+        requires std::is_convertible_v<Subclass*, T*>
+    Strong& operator=(Owned<Subclass>&& object)
     {
         take(object.leak());
         return *this;

@@ -18,8 +18,9 @@ public:
     }
 
     /// The object, kept alive for as long as the result lives; nil when it is gone.
-    Owned<T> load() { return adopt(reinterpret_cast<T*>(objc_loadWeakRetained(&slot_))); }
+    Owned<T> load() const { return adopt(reinterpret_cast<T*>(objc_loadWeakRetained(&slot_))); }
 
 private:
-    id slot_ = nullptr;
+    /// The runtime's own: it clears the slot whenever the object goes.
+    mutable id slot_ = nullptr;
 };

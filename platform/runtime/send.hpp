@@ -48,6 +48,17 @@ inline Class classNamed()
 
 namespace dispatch {
 
+/// What can be sent: an owner would go as a copy whose lifetime the method does not know.
+template <class... Values>
+inline constexpr bool arePlainValues = ((std::is_void_v<Values> || std::is_trivially_copyable_v<Values>) && ...);
+
+/// A method that changes nothing may be sent to a const receiver; the runtime knows no const.
+template <class Receiver>
+inline id objectOf(const Receiver* receiver)
+{
+    return reinterpret_cast<id>(const_cast<Receiver*>(receiver));
+}
+
 template <class Result, class... Arguments>
 using Implementation = Result (*)(id, SEL, Arguments...);
 
@@ -92,7 +103,8 @@ inline IMP lookUp([[maybe_unused]] id receiver, [[maybe_unused]] SEL name)
 template <FixedString Name, class Result = void, class Receiver, class... Arguments>
 inline Result send(Receiver* receiver, Arguments... arguments)
 {
-    const auto object = reinterpret_cast<id>(receiver);
+    static_assert(dispatch::arePlainValues<Result, Arguments...>, "only plain values are sent");
+    const auto object = dispatch::objectOf(receiver);
     if constexpr (dispatch::needsNilCheck<Result>) {
         if (object == nullptr)
             return Result{};
@@ -106,8 +118,9 @@ inline Result send(Receiver* receiver, Arguments... arguments)
 template <FixedString Name, class Result, class Receiver, class First, class... Rest>
 inline Result sendVariadic(Receiver* receiver, First first, Rest... rest)
 {
+    static_assert(dispatch::arePlainValues<Result, First, Rest...>, "only plain values are sent");
     static_assert(!dispatch::needsNilCheck<Result>);
-    const auto object = reinterpret_cast<id>(receiver);
+    const auto object = dispatch::objectOf(receiver);
     const SEL name = selector<Name>();
     const IMP implementation = dispatch::lookUp<Result>(object, name);
     return reinterpret_cast<Result (*)(id, SEL, First, ...)>(implementation)(object, name, first, rest...);
@@ -117,7 +130,8 @@ inline Result sendVariadic(Receiver* receiver, First first, Rest... rest)
 template <FixedString Name, class Result = void, class Receiver, class... Arguments>
 inline Result sendSuper(Class superclass, Receiver* receiver, Arguments... arguments)
 {
-    const auto object = reinterpret_cast<id>(receiver);
+    static_assert(dispatch::arePlainValues<Result, Arguments...>, "only plain values are sent");
+    const auto object = dispatch::objectOf(receiver);
     if constexpr (dispatch::needsNilCheck<Result>) {
         if (object == nullptr)
             return Result{};

@@ -27,8 +27,8 @@ std::vector<const Image*>& injectedLibraries()
 bool filterNamesSpringBoard(const std::filesystem::path& filter)
 {
     NSDictionary* const root = NSDictionary::dictionaryWithContentsOfFile(toNSString(filter.native()));
-    auto* const rules = static_cast<NSDictionary*>(root->objectForKey(constantString<"Filter">()));
-    auto* const bundles = static_cast<NSArray*>(rules->objectForKey(constantString<"Bundles">()));
+    auto* const rules = root->objectForKey<NSDictionary>(constantString<"Filter">());
+    auto* const bundles = rules->objectForKey<NSArray>(constantString<"Bundles">());
     for (NSString* bundle : each<NSString>(bundles)) {
         if (bundle->isEqualToString(constantString<"com.apple.springboard">()))
             return true;

@@ -37,13 +37,12 @@ struct ApplicationIconState {
 Owned<SBApplication> applicationInBundle(const std::filesystem::path& bundle)
 {
     NSDictionary* const description = readPropertyList(bundle / "Info.plist");
-    auto* const identifier = static_cast<NSString*>(description->objectForKey(constantString<"CFBundleIdentifier">()));
+    auto* const identifier = description->objectForKey<NSString>(constantString<"CFBundleIdentifier">());
     if (identifier == nullptr)
         return nullptr;
     Owned<SBApplication> application = adopt(send<"new", SBApplication*>(classNamed<"SBApplication">()));
     ivarsOf<ApplicationState>(application.get()) = {
-        identifier, static_cast<NSString*>(description->objectForKey(constantString<"CFBundleDisplayName">())),
-        bundle / "Icon.png"};
+        identifier, description->objectForKey<NSString>(constantString<"CFBundleDisplayName">()), bundle / "Icon.png"};
     return application;
 }
 

@@ -25,7 +25,7 @@ namespace {
 TextSetting settingOf(NSString* text, NSDictionary* attributes)
 {
     constexpr double defaultSize = 12;
-    auto* const font = static_cast<UIFont*>(attributes->objectForKey(NSFontAttributeName));
+    auto* const font = attributes->objectForKey<UIFont>(NSFontAttributeName);
     if (font == nullptr)
         return {.text = toUTF8(text), .face = typefaceNamed("HelveticaNeue").value_or(Typeface{}), .fontSize = defaultSize};
     return {.text = toUTF8(text), .face = ivarsOf<FontState>(font).face, .fontSize = ivarsOf<FontState>(font).pointSize};
@@ -33,7 +33,7 @@ TextSetting settingOf(NSString* text, NSDictionary* attributes)
 
 Colour colourIn(NSDictionary* attributes)
 {
-    auto* const color = static_cast<UIColor*>(attributes->objectForKey(NSForegroundColorAttributeName));
+    auto* const color = attributes->objectForKey<UIColor>(NSForegroundColorAttributeName);
     return color == nullptr ? Colour{0, 0, 0, 1} : colourOf(color->CGColor());
 }
 

@@ -60,7 +60,7 @@ NSUInteger state(UIControl* self, SEL)
 
 bool isInside(UIControl* self, NSSet* touches)
 {
-    const CGPoint point = static_cast<UITouch*>(touches->anyObject())->locationInView(self);
+    const CGPoint point = touches->anyObject<UITouch>()->locationInView(self);
     return self->pointInside_withEvent(point, nullptr);
 }
 

@@ -35,14 +35,14 @@ CGPoint locationInView(UIGestureRecognizer* self, SEL, UIView* view)
 
 void remember(UIGestureRecognizer* self, NSSet* touches)
 {
-    ivarsOf<GestureState>(self).location = static_cast<UITouch*>(touches->anyObject())->locationInView(nullptr);
+    ivarsOf<GestureState>(self).location = touches->anyObject<UITouch>()->locationInView(nullptr);
 }
 
 void touchesBegan_withEvent(UIGestureRecognizer* self, SEL, NSSet* touches, UIEvent*)
 {
     remember(self, touches);
     ivarsOf<GestureState>(self).start = ivarsOf<GestureState>(self).location;
-    ivarsOf<GestureState>(self).startTime = static_cast<UITouch*>(touches->anyObject())->timestamp();
+    ivarsOf<GestureState>(self).startTime = touches->anyObject<UITouch>()->timestamp();
 }
 
 void touchesMovedOrEnded_withEvent(UIGestureRecognizer* self, SEL, NSSet* touches, UIEvent*)

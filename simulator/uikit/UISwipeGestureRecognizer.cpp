@@ -32,7 +32,7 @@ void touchesMoved_withEvent(UISwipeGestureRecognizer* self, SEL, NSSet* touches,
 {
     superOf<SwipeGestureState, "touchesMoved:withEvent:">(self, touches, event);
     const GestureState& gesture = ivarsOf<GestureState>(self);
-    if (static_cast<UITouch*>(touches->anyObject())->timestamp() - gesture.startTime > longestStroke) {
+    if (touches->anyObject<UITouch>()->timestamp() - gesture.startTime > longestStroke) {
         self->setState(UIGestureRecognizerStateFailed);
         return;
     }

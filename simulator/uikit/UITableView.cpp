@@ -78,7 +78,7 @@ NSArray* visibleCells(UITableView* self, SEL)
 
 NSInteger touchedRow(UITableView* self, NSSet* touches)
 {
-    return rowAt(self, static_cast<UITouch*>(touches->anyObject())->locationInView(self));
+    return rowAt(self, touches->anyObject<UITouch>()->locationInView(self));
 }
 
 void endHighlight(UITableView* self)

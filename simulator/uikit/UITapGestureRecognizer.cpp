@@ -48,7 +48,7 @@ void touchesEnded_withEvent(UITapGestureRecognizer* self, SEL, NSSet* touches, U
         self->setState(UIGestureRecognizerStateFailed);
         return;
     }
-    tap.lastTime = static_cast<UITouch*>(touches->anyObject())->timestamp();
+    tap.lastTime = touches->anyObject<UITouch>()->timestamp();
     if (++tap.taps >= tap.numberOfTapsRequired) {
         tap.taps = 0;
         self->setState(UIGestureRecognizerStateEnded);

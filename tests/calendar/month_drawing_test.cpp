@@ -202,7 +202,7 @@ void expectCell(UIButton* button, UIView* calendar, const Day& day, CGRect frame
     EXPECT_EQ(borderWidth(button), 1);
     EXPECT_EQ(simulator::colourOf(send<"borderColor", CGColorRef>(layer)), style.border);
     ASSERT_EQ(layer->sublayers()->count(), 2U);
-    auto* const gradient = static_cast<CAGradientLayer*>(layer->sublayers()->objectAtIndex(0));
+    auto* const gradient = layer->sublayers()->objectAtIndex<CAGradientLayer>(0);
     EXPECT_EQ(classNameOf(gradient), "CAGradientLayer");
     EXPECT_EQ(gradient->frame(), CGRect::make(0, 0, 45, 45));
     EXPECT_THAT(gradientColours(gradient), ElementsAre(style.top, style.bottom));

@@ -196,6 +196,14 @@ TEST(OwnedReference, EmptiesItsSourceWhenItIsMoved)
     EXPECT_EQ(retainCount(second), 1U);
 }
 
+TEST(OwnedReference, HandsOverToAnOwnerOfASuperclass)
+{
+    Owned<Mortal> first = mortal();
+    const Owned<NSObject> second = std::move(first);
+    EXPECT_EQ(first.get(), nullptr);
+    EXPECT_EQ(retainCount(second), 1U);
+}
+
 TEST(OwnedReference, ReleasesWhatItHeldWhenItIsAssigned)
 {
     Owned<Mortal> reference = mortal(1);
@@ -246,6 +254,13 @@ TEST(StrongSlot, ReleasesThePreviousObject)
 TEST(StrongSlot, TakesOverAnOwnedReference)
 {
     static constinit Strong<Mortal> slot;
+    slot = mortal();
+    EXPECT_EQ(retainCount(slot), 1U);
+}
+
+TEST(StrongSlot, TakesOverAnOwnedReferenceToASubclass)
+{
+    static constinit Strong<NSObject> slot;
     slot = mortal();
     EXPECT_EQ(retainCount(slot), 1U);
 }

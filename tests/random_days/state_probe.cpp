@@ -328,7 +328,7 @@ public:
         UIView* const tab = view("tabView");
         if (tab == nullptr)
             return;
-        backdropLine("tabBackdrop", static_cast<UIView*>(tab->subviews()->objectAtIndex(0)));
+        backdropLine("tabBackdrop", tab->subviews()->objectAtIndex<UIView>(0));
         CALayer* const mask = send<"mask", CALayer*>(tab->layer());
         line("tabMask", mask == nullptr ? "none" : classOf(mask) + ' ' + shapes[mask]);
     }
@@ -357,8 +357,7 @@ public:
         line("row", row);
         std::vector<std::string> lines;
         for (NSObject* key : elementsOf(send<"allKeys", NSArray*>(icons)))
-            lines.push_back(textOf(key) + ' ' +
-                            stripIcon(strip, static_cast<UIImageView*>(icons->objectForKey(static_cast<NSString*>(key)))));
+            lines.push_back(textOf(key) + ' ' + stripIcon(strip, icons->objectForKey<UIImageView>(key)));
         std::ranges::sort(lines);
         for (const std::string& text : lines)
             line("icon", text);
@@ -398,7 +397,7 @@ public:
                 continue;
             line(card == present ? "card" : "old card",
                  itself(card) + " on " + textOf(send<"backgroundColor", UIColor*>(card)) + holds(card));
-            line("card's label", label(static_cast<UILabel*>(card->subviews()->objectAtIndex(0))));
+            line("card's label", label(card->subviews()->objectAtIndex<UILabel>(0)));
         }
         calendarLines("calendar", instanceVariable<UIView>(widget, "cal"));
     }
@@ -440,8 +439,8 @@ private:
                            textOf(button->titleLabel()->font()) + ' ' +
                            textOf(send<"titleColorForState:", UIColor*>(button, NSUInteger{0})) + " on " +
                            textOf(send<"backgroundColor", UIColor*>(button)) + " border " +
-                           number(send<"borderWidth", CGFloat>(layer)) + ' ' + colors[send<"borderColor", const void*>(layer)];
-        auto* const gradient = static_cast<CALayer*>(layer->sublayers()->objectAtIndex(0));
+                           number(send<"borderWidth", CGFloat>(layer)) + ' ' + colors[send<"borderColor", CGColorRef>(layer)];
+        auto* const gradient = layer->sublayers()->objectAtIndex<CALayer>(0);
         text += ' ' + classOf(gradient) + ' ' + textOf(gradient->frame());
         if (classOf(gradient) == "CAGradientLayer") {
             for (NSObject* color : elementsOf(send<"colors", NSArray*>(gradient)))

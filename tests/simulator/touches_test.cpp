@@ -22,7 +22,7 @@ protected:
 
     static UITableView* table() { return instanceVariable<UITableView>(simulator::listView(), "_tableView"); }
 
-    static UIView* row(NSUInteger index) { return static_cast<UIView*>(table()->visibleCells()->objectAtIndex(index)); }
+    static UIView* row(NSUInteger index) { return table()->visibleCells()->objectAtIndex<UIView>(index); }
 
     static bool isHighlighted(NSUInteger index) { return send<"isHighlighted", BOOL>(row(index)) != NO; }
 

@@ -11,7 +11,7 @@ Owned<UIScrollView> strip::make(CGRect frame)
 
 UIImageView* strip::iconOf(UIView* self, const std::string& identifier)
 {
-    return static_cast<UIImageView*>(icons(self)->objectForKey(text(identifier)));
+    return icons(self)->objectForKey<UIImageView>(text(identifier));
 }
 
 UIImageView* strip::badgeOf(UIView* self, const std::string& identifier)
@@ -19,5 +19,5 @@ UIImageView* strip::badgeOf(UIView* self, const std::string& identifier)
     NSArray* const badges = iconOf(self, identifier)->subviews();
     if (badges->count() != 1)
         throw std::logic_error("an icon has one badge");
-    return static_cast<UIImageView*>(badges->objectAtIndex(0));
+    return badges->objectAtIndex<UIImageView>(0);
 }
