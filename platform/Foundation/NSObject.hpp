@@ -19,7 +19,7 @@ public:
     /// An action that takes no argument passes it over.
     void performSelector_withObject(SEL selector, NSObject* object)
     {
-        send<"performSelector:withObject:">(this, selector, object);
+        send<"performSelector:withObject:", id>(this, selector, object);
     }
     bool isEqual(NSObject* other) const { return send<"isEqual:", BOOL>(this, other) != NO; }
     NSUInteger hash() const { return send<"hash", NSUInteger>(this); }

@@ -2,8 +2,7 @@
 
 #include <type_traits>
 
-#include "platform/runtime/FixedString.hpp"
-#include "platform/runtime/objc.hpp"
+#include "platform/runtime/checked_send.hpp"
 
 /// One message send, typed. This file alone knows how each runtime dispatches and how a result comes back.
 
@@ -110,6 +109,8 @@ inline Result send(Receiver* receiver, Arguments... arguments)
             return Result{};
     }
     const SEL name = selector<Name>();
+    if constexpr (sendsAreChecked)
+        checkSendTo<Name, Result, Arguments...>(object_getClass(object), name);
     const IMP implementation = dispatch::lookUp<Result>(object, name);
     return reinterpret_cast<dispatch::Implementation<Result, Arguments...>>(implementation)(object, name, arguments...);
 }
@@ -122,6 +123,8 @@ inline Result sendVariadic(Receiver* receiver, First first, Rest... rest)
     static_assert(!dispatch::needsNilCheck<Result>);
     const auto object = dispatch::objectOf(receiver);
     const SEL name = selector<Name>();
+    if constexpr (sendsAreChecked)
+        checkSendTo<Name, Result, First>(object_getClass(object), name);
     const IMP implementation = dispatch::lookUp<Result>(object, name);
     return reinterpret_cast<Result (*)(id, SEL, First, ...)>(implementation)(object, name, first, rest...);
 }
@@ -138,6 +141,8 @@ inline Result sendSuper(Class superclass, Receiver* receiver, Arguments... argum
     }
     objc_super target{object, superclass};
     const SEL name = selector<Name>();
+    if constexpr (sendsAreChecked)
+        checkSendTo<Name, Result, Arguments...>(superclass, name);
 #if !defined(__APPLE__)
     const IMP implementation = objc_msg_lookup_super(&target, name);
     return reinterpret_cast<dispatch::Implementation<Result, Arguments...>>(implementation)(object, name, arguments...);

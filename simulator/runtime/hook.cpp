@@ -6,7 +6,7 @@
 void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* previous)
 {
     // GNU's runtime gives a class that has had no message yet a table of methods that others share.
-    send<"class">(cls);
+    send<"class", Class>(cls);
     const Method method = cls == nullptr ? nullptr : class_getInstanceMethod(cls, selector);
     if (method == nullptr)
         return;

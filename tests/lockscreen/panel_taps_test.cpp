@@ -415,7 +415,7 @@ class MissingPocketDeathTest : public PanelTaps, public testing::WithParamInterf
 TEST_P(MissingPocketDeathTest, EndsSpringBoard)
 {
     hideInstanceVariable("_topPocketView");
-    EXPECT_DEATH(send<"performSelector:">(simulator::listView(), sel_registerName(GetParam())), "");
+    EXPECT_DEATH((send<"performSelector:", id>(simulator::listView(), sel_registerName(GetParam()))), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(AtATap, MissingPocketDeathTest,
