@@ -406,10 +406,11 @@ protected:
 
     static Rows event(const std::string& index, const std::string& range, const std::string& before, const std::string& title)
     {
-        return Rows{"events objectAtIndex: " + index + " = event", "event startDate = from"} + dateText("from") +
-               Rows{"event endDate = to"} + dateText("to") +
+        return Rows{"objc_autoreleasePoolPush", "events objectAtIndex: " + index + " = event", "event startDate = from"} +
+               dateText("from") + Rows{"event endDate = to"} + dateText("to") +
                Rows{"NSString stringWithFormat: '%@ - %@' -> '" + range + "'", "event title",
-                    "NSString stringWithFormat: '%@%@\n%@\n\n' -> '" + before + title + "\n" + range + "\n\n'", "events count"};
+                    "NSString stringWithFormat: '%@%@\n%@\n\n' -> '" + before + title + "\n" + range + "\n\n'",
+                    "objc_autoreleasePoolPop", "events count"};
     }
 
     void addEvent(const std::string& title, int fromHour, int toHour)
