@@ -50,10 +50,11 @@ void MonthModel::drawHeader()
     title_ = region_->title(year_, month_);
     titleFrame_ = {static_cast<double>(cellSize_), 0, frame.width - 2 * static_cast<double>(cellSize_),
                    static_cast<double>(cellSize_)};
+    const long labelHeight = cellSize_ / 2;
     long x = 0;
     for (const char* name : {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"}) {
         views_.push_back({.frame = {static_cast<double>(x), static_cast<double>(cellSize_), static_cast<double>(cellSize_),
-                                    static_cast<double>(cellSize_ / 2)},
+                                    static_cast<double>(labelHeight)},
                           .title = name});
         x += cellSize_ - 1;
     }
@@ -67,9 +68,14 @@ void MonthModel::drawDays()
     log_->push_back("dayOfWeek: " + std::to_string(offsetDays() - 1));
     for (long cell = 0; cell < 42; ++cell) {
         const long number = cell - leading + 1;
-        const long day = number < 1 ? previous + number : number > total ? number - total : number;
-        plotCell(cell % 7 * (cellSize_ - 1), cellSize_ + cellSize_ / 2 + cell / 7 * (cellSize_ - 1), day,
-                 number < 1 || number > total);
+        const long x = cell % 7 * (cellSize_ - 1);
+        const long y = cellSize_ + cellSize_ / 2 + cell / 7 * (cellSize_ - 1);
+        if (number < 1)
+            plotCell(x, y, previous + number, true);
+        else if (number > total)
+            plotCell(x, y, number - total, true);
+        else
+            plotCell(x, y, number, false);
     }
 }
 
@@ -211,9 +217,11 @@ std::string MonthModel::describe(const View& view) const
         std::string border;
         const char* font;
     };
-    const Style style = view.isGrey    ? Style{grey(0.7, 0.8), grey(0.2, 0.1), grey(0.2, 0.1), grey(0.6, 0.1), "Verdana"}
-                        : view.isToday ? Style{grey(0.9, 1), "0,0,0.6,0.5", "0.1,0.1,0.8,0.5", grey(0.1, 0.2), "Verdana-Bold"}
-                                       : Style{grey(0.3, 0.7), grey(0.8, 0.8), grey(0.8, 0.8), grey(0.1, 0.2), "Verdana"};
+    Style style{grey(0.3, 0.7), grey(0.8, 0.8), grey(0.8, 0.8), grey(0.1, 0.2), "Verdana"};
+    if (view.isGrey)
+        style = {grey(0.7, 0.8), grey(0.2, 0.1), grey(0.2, 0.1), grey(0.6, 0.1), "Verdana"};
+    else if (view.isToday)
+        style = {grey(0.9, 1), "0,0,0.6,0.5", "0.1,0.1,0.8,0.5", grey(0.1, 0.2), "Verdana-Bold"};
     return "UIButton " + place + " alpha 1" + (view.isGrey ? " disabled tag 0 " : " tag " + std::to_string(view.day) + ' ') +
            quoted(view.title) + ' ' + style.font + size + style.title + " on " + view.background + " border " +
            std::to_string(borderWidth_) + ' ' + style.border + " CAGradientLayer " +

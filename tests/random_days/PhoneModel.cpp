@@ -9,7 +9,7 @@
 
 /// The phone's surroundings, its lock screen and its two lines.
 
-PhoneModel::PhoneModel(const Region& region, const Screen& screen) : region_(region), screen_(screen)
+PhoneModel::PhoneModel(Region region, const Screen& screen) : region_(std::move(region)), screen_(screen)
 {
     command("clock 2014-03-05T08:30:00");
     launch();
@@ -31,7 +31,8 @@ float numberIn(const std::string& text)
     if (begin == std::string::npos)
         return 0;
     const bool isNegative = text[begin] == '-';
-    begin += text[begin] == '-' || text[begin] == '+';
+    if (isNegative || text[begin] == '+')
+        ++begin;
     std::size_t end = begin;
     while (isDigit(end))
         ++end;
@@ -63,7 +64,11 @@ const char* conditionWord(long long code)
 int PhoneModel::bucket() const
 {
     const int hour = now_.hour;
-    return hour >= 7 && hour <= 12 ? 0 : hour >= 13 && hour <= 17 ? 1 : hour >= 18 && hour <= 21 ? 2 : 3;
+    if (hour < 7 || hour > 21)
+        return 3;
+    if (hour <= 12)
+        return 0;
+    return hour <= 17 ? 1 : 2;
 }
 
 std::string PhoneModel::greeting() const

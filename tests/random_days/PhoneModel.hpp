@@ -27,7 +27,7 @@ struct Weather {
 /// that make it happen, says what they print, and changes what the phone should be from then on.
 class PhoneModel {
 public:
-    PhoneModel(const Region& region, const Screen& screen);
+    PhoneModel(Region region, const Screen& screen);
 
     const Screen& screen() const { return screen_; }
 
@@ -135,7 +135,7 @@ private:
     struct Target {
         enum class Kind { nothing, calendarIcon, notificationIcon, calendar } kind = Kind::nothing;
         MonthModel* calendar = nullptr;
-        std::optional<MonthModel::Button> button{};
+        std::optional<MonthModel::Button> button = std::nullopt;
         double x = 0;
         double y = 0;
     };

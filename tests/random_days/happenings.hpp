@@ -14,7 +14,11 @@ public:
 
     /// From 0 to the limit, without it.
     std::uint64_t below(std::uint64_t limit) { return engine_() % limit; }
-    int between(int least, int most) { return least + static_cast<int>(below(static_cast<std::uint64_t>(most - least + 1))); }
+    int between(int least, int most)
+    {
+        const int count = most - least + 1;
+        return least + static_cast<int>(below(static_cast<std::uint64_t>(count)));
+    }
     bool oneIn(std::uint64_t times) { return below(times) == 0; }
     template <class Range>
     const auto& oneOf(const Range& range)

@@ -110,8 +110,7 @@ std::string PhoneModel::iconSource(const Item& item) const
 
 void PhoneModel::addIcon(const Item& item, long count)
 {
-    for (const Item& other : panel_->items)
-        count += other.identifier == item.identifier;
+    count += std::ranges::count(panel_->items, item.identifier, &Item::identifier);
 
     const double height = panel_->strip.height;
     const double side = height / 2;

@@ -52,7 +52,10 @@ std::string textOf(UIColor* color)
 {
     if (color == nullptr)
         return "none";
-    CGFloat red = 0, green = 0, blue = 0, alpha = 0;
+    CGFloat red = 0;
+    CGFloat green = 0;
+    CGFloat blue = 0;
+    CGFloat alpha = 0;
     send<"getRed:green:blue:alpha:", BOOL>(color, &red, &green, &blue, &alpha);
     return numbers({red, green, blue, alpha});
 }
@@ -253,8 +256,10 @@ public:
     /// The role of a view that has one, else its class.
     std::string nameOf(UIView* view) const
     {
+        if (view == nullptr)
+            return "none";
         const auto found = std::ranges::find(roles_, view, &Role::view);
-        return view == nullptr ? "none" : found != roles_.end() ? found->name : classOf(view);
+        return found != roles_.end() ? found->name : classOf(view);
     }
 
     std::string holds(UIView* view) const
@@ -333,6 +338,14 @@ public:
         line("tabMask", mask == nullptr ? "none" : classOf(mask) + ' ' + shapes[mask]);
     }
 
+    /// Whose the strip's items are.
+    static const char* ownerOf(NSObject* items, NSArray* listItems)
+    {
+        if (items == nullptr)
+            return "none";
+        return items == listItems ? "the list's" : "others";
+    }
+
     void stripLines(NSArray* listItems)
     {
         auto* const strip = static_cast<UIScrollView*>(view("appsView"));
@@ -345,10 +358,7 @@ public:
         line("appsView", itself(strip) + (send<"isScrollEnabled", BOOL>(strip) != NO ? " scrolls" : "") +
                              (send<"showsHorizontalScrollIndicator", BOOL>(strip) != NO ? " shows how far across" : "") +
                              (send<"showsVerticalScrollIndicator", BOOL>(strip) != NO ? " shows how far down" : "") +
-                             " content " + numbers({content.width, content.height}) + " items " +
-                             (items == nullptr     ? "none"
-                              : items == listItems ? "the list's"
-                                                   : "others") +
+                             " content " + numbers({content.width, content.height}) + " items " + ownerOf(items, listItems) +
                              " subviews " + std::to_string(strip->subviews()->count()));
         NSDictionary* const icons = send<"iconImgViews", NSDictionary*>(strip);
         std::string row;

@@ -6,7 +6,7 @@
 
 namespace {
 
-const simulator::ScreenSize& inUniversalTime(const simulator::ScreenSize& screen)
+simulator::ScreenSize inUniversalTime(const simulator::ScreenSize& screen)
 {
     ::setenv("TZ", "UTC", 1);
     return screen;

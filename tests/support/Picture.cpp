@@ -7,6 +7,11 @@
 
 namespace {
 
+unsigned char* rowOf(cairo_surface_t* surface, int y)
+{
+    return cairo_image_surface_get_data(surface) + static_cast<std::ptrdiff_t>(y) * cairo_image_surface_get_stride(surface);
+}
+
 template <class Colour>
 Owned<UIImage> image(CGSize size, CGFloat scale, Colour colourAt)
 {
@@ -14,10 +19,10 @@ Owned<UIImage> image(CGSize size, CGFloat scale, Colour colourAt)
     cairo_surface_t* const surface = bitmap->surface();
     cairo_surface_flush(surface);
     for (int y = 0; y < cairo_image_surface_get_height(surface); ++y) {
-        unsigned char* const row = cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
+        unsigned char* const row = rowOf(surface, y);
         for (int x = 0; x < cairo_image_surface_get_width(surface); ++x) {
             const std::uint32_t colour = colourAt(x, y);
-            std::memcpy(row + 4 * x, &colour, sizeof colour);
+            std::memcpy(row + static_cast<std::ptrdiff_t>(4) * x, &colour, sizeof colour);
         }
     }
     cairo_surface_mark_dirty(surface);
@@ -48,11 +53,10 @@ Picture pictureOf(UIImage* image)
     cairo_surface_t* const surface = ivarsOf<simulator::ImageState>(image).bitmap->surface();
     cairo_surface_flush(surface);
     Picture picture{cairo_image_surface_get_width(surface), cairo_image_surface_get_height(surface), {}};
-    picture.pixels.resize(static_cast<std::size_t>(picture.width * picture.height));
+    const auto width = static_cast<std::size_t>(picture.width);
+    picture.pixels.resize(width * static_cast<std::size_t>(picture.height));
     for (int y = 0; y < picture.height; ++y)
-        std::memcpy(&picture.pixels[static_cast<std::size_t>(y * picture.width)],
-                    cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface),
-                    4 * static_cast<std::size_t>(picture.width));
+        std::memcpy(&picture.pixels[static_cast<std::size_t>(y) * width], rowOf(surface, y), width * sizeof(std::uint32_t));
     return picture;
 }
 
