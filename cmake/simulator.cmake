@@ -25,6 +25,9 @@ target_link_options(simulator PUBLIC -Wl,--no-as-needed)
 target_link_libraries(simulator PUBLIC gnustep-base objc)
 set(common_headers <algorithm> <filesystem> <functional> <map> <optional> <stdexcept> <string> <vector>)
 precompile_headers(simulator ${common_headers})
+# Knows times beyond 2038, where words have 32 bits, too.
+set_source_files_properties(simulator/foundation/c_library_zone.cpp PROPERTIES
+    COMPILE_DEFINITIONS "_FILE_OFFSET_BITS=64;_TIME_BITS=64" SKIP_PRECOMPILE_HEADERS ON)
 # Walks every pixel of the screen.
 set_source_files_properties(simulator/graphics/blur.cpp PROPERTIES COMPILE_OPTIONS -O3 SKIP_PRECOMPILE_HEADERS ON)
 

@@ -1,13 +1,10 @@
-// Times beyond 2038 where the processor's words have 32 bits, too.
-#define _FILE_OFFSET_BITS 64
-#define _TIME_BITS 64
-
 #include "simulator/foundation/c_library_zone.hpp"
 
 #include <cmath>
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
+#include <filesystem>
 #include <regex>
 #include <string_view>
 #include <sys/stat.h>
@@ -19,7 +16,7 @@ namespace simulator {
 
 namespace {
 
-bool isZoneFile(const std::string& path)
+bool isZoneFile(const std::filesystem::path& path)
 {
     constexpr std::string_view signature = "TZif";
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
@@ -76,9 +73,9 @@ public:
     {
         const auto given = static_cast<std::int64_t>(std::floor(date / U_MILLIS_PER_SECOND));
         const auto offsetAt = [](std::int64_t moment) { return localTimeAt(moment).secondsAhead; };
-        const std::int64_t moment = isWallClock ? momentsOfWallClock(given, offsetAt).last() : given;
+        const std::int64_t moment = isWallClock != 0 ? momentsOfWallClock(given, offsetAt).last() : given;
         const LocalTime time = localTimeAt(moment);
-        const std::int64_t secondsAhead = isWallClock ? given - moment : time.secondsAhead;
+        const std::int64_t secondsAhead = isWallClock != 0 ? given - moment : time.secondsAhead;
         summer = time.isSummerTime ? U_MILLIS_PER_HOUR : 0;
         raw = static_cast<std::int32_t>(secondsAhead) * U_MILLIS_PER_SECOND - summer;
     }
@@ -92,7 +89,7 @@ public:
         const double shown = static_cast<double>(::timegm(&fields)) * U_MILLIS_PER_SECOND + millis;
         std::int32_t raw = 0;
         std::int32_t summer = 0;
-        getOffset(shown, true, raw, summer, failure);
+        getOffset(shown, UBool{true}, raw, summer, failure);
         return raw + summer;
     }
     std::int32_t getOffset(std::uint8_t era, std::int32_t year, std::int32_t month, std::int32_t day, std::uint8_t weekday,
@@ -106,18 +103,18 @@ public:
         std::int32_t raw = 0;
         std::int32_t summer = 0;
         UErrorCode failure = U_ZERO_ERROR;
-        getOffset(static_cast<double>(std::time(nullptr)) * U_MILLIS_PER_SECOND, false, raw, summer, failure);
+        getOffset(static_cast<double>(std::time(nullptr)) * U_MILLIS_PER_SECOND, UBool{false}, raw, summer, failure);
         return raw;
     }
     /// The rules are the C library's; nobody else sets them.
     void setRawOffset(std::int32_t) override {}
-    UBool useDaylightTime() const override { return ::daylight != 0; }
+    UBool useDaylightTime() const override { return static_cast<UBool>(::daylight != 0 ? 1 : 0); }
     UBool inDaylightTime(UDate date, UErrorCode& failure) const override
     {
         std::int32_t raw = 0;
         std::int32_t summer = 0;
-        getOffset(date, false, raw, summer, failure);
-        return summer != 0;
+        getOffset(date, UBool{false}, raw, summer, failure);
+        return static_cast<UBool>(summer != 0 ? 1 : 0);
     }
 };
 
@@ -128,11 +125,11 @@ bool isKnownToCLibrary(const std::string& timeZone)
     const std::string name = timeZone.substr(timeZone.starts_with(':') ? 1 : 0);
     if (name.empty())
         return true;
-    const char* const folder = std::getenv("TZDIR");
-    const std::string path = name.starts_with('/')                  ? name
-                             : folder != nullptr && *folder != '\0' ? std::string(folder) + '/' + name
-                                                                    : "/usr/share/zoneinfo/" + name;
-    return isZoneFile(path) || isRule(name);
+    const char* const chosenFolder = std::getenv("TZDIR");
+    const bool hasChosen = chosenFolder != nullptr && *chosenFolder != '\0';
+    const std::filesystem::path folder = hasChosen ? chosenFolder : "/usr/share/zoneinfo";
+    // A name that is a path by itself stays one.
+    return isZoneFile(folder / name) || isRule(name);
 }
 
 std::unique_ptr<icu::TimeZone> cLibraryZone(const std::string& name)

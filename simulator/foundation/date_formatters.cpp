@@ -94,7 +94,7 @@ std::unique_ptr<icu::Calendar> emptyFields(const icu::Calendar& calendar)
     const std::int32_t era = fields->get(UCAL_ERA, failure);
     fields->clear();
     fields->set(UCAL_ERA, era);
-    fields->setLenient(false);
+    fields->setLenient(UBool{false});
     return fields;
 }
 
@@ -108,7 +108,7 @@ std::unique_ptr<icu::SimpleDateFormat> openFormatter(NSDateFormatter* self)
     if (U_FAILURE(failure) || calendar == nullptr)
         return nullptr;
     formatter->adoptCalendar(calendar.release());
-    formatter->setBooleanAttribute(UDAT_PARSE_PARTIAL_LITERAL_MATCH, false, failure);
+    formatter->setBooleanAttribute(UDAT_PARSE_PARTIAL_LITERAL_MATCH, UBool{false}, failure);
     return formatter;
 }
 

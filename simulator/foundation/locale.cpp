@@ -42,8 +42,8 @@ NSLocale* currentLocale(Class, SEL)
 {
     icu::Locale locale = environmentsLocale();
     UErrorCode failure = U_ZERO_ERROR;
-    if (customs().calendar)
-        locale.setKeywordValue("calendar", customs().calendar->c_str(), failure);
+    if (const auto& chosen = customs().calendar)
+        locale.setKeywordValue("calendar", chosen->c_str(), failure);
     NSLocale* const allocated = send<"alloc", NSLocale*>(classNamed<"NSLocale">());
     return adopt(send<"initWithLocaleIdentifier:", NSLocale*>(allocated, toNSString(locale.getName()))).autorelease();
 }

@@ -79,7 +79,7 @@ NSString* abbreviationForDate(NSObject* self, SEL, NSDate* date)
 {
     icu::UnicodeString abbreviation;
     const bool isSummerTime = isDaylightSavingTimeForDate(self, nullptr, date) != NO;
-    return fromICU(userZone().getDisplayName(isSummerTime, icu::TimeZone::SHORT, abbreviation));
+    return fromICU(userZone().getDisplayName(static_cast<UBool>(isSummerTime ? 1 : 0), icu::TimeZone::SHORT, abbreviation));
 }
 
 } // namespace
@@ -102,7 +102,7 @@ std::int64_t offsetOf(const icu::TimeZone& zone, std::int64_t moment)
     std::int32_t raw = 0;
     std::int32_t summer = 0;
     UErrorCode failure = U_ZERO_ERROR;
-    zone.getOffset(static_cast<double>(moment) * U_MILLIS_PER_SECOND, false, raw, summer, failure);
+    zone.getOffset(static_cast<double>(moment) * U_MILLIS_PER_SECOND, UBool{false}, raw, summer, failure);
     return (raw + summer) / U_MILLIS_PER_SECOND;
 }
 

@@ -23,8 +23,7 @@ constexpr std::int64_t secondsPerDay = 86400;
 class Search {
 public:
     Search(std::int64_t start, std::int64_t end)
-        : start_(start), end_(end),
-          most_(mostPerDay * static_cast<std::size_t>(std::max<std::int64_t>(1, (end - start) / secondsPerDay)))
+        : start_(start), end_(end), days_(static_cast<std::size_t>(std::max<std::int64_t>(1, (end - start) / secondsPerDay)))
     {
     }
 
@@ -38,14 +37,14 @@ public:
             replacing_.push_back(std::move(event));
         });
         for (const EventDefinition& event : replacing_) {
-            if (!event.identity.empty())
+            if (event.replaced && !event.identity.empty())
                 replacements_[event.identity][event.replaced->moment()] = &event;
             addInstance(event, event.start, event.length);
         }
         forEachEvent(texts, false, [&](EventDefinition& event) { addInstances(event); });
         if (allowance_.isSpent())
             found_.cuts.emplace_back("its rules ask for too many instances: the rest of them is left out");
-        if (isFull())
+        if (hasLeftOut_)
             found_.cuts.emplace_back("there are more events than can be listed: the rest of them is left out");
         std::ranges::stable_sort(found_.events, {}, &CalendarEvent::start);
         return std::move(found_);
@@ -88,7 +87,8 @@ private:
     /// How much later the instances from a replacement on are.
     static std::int64_t delayBy(const EventDefinition& replacement)
     {
-        return replacement.start.wall - replacement.replaced->wallIn(*replacement.start.zone);
+        const CalendarTime& from = replacement.replaced.value_or(replacement.start);
+        return replacement.start.wall - from.wallIn(*replacement.start.zone);
     }
 
     void addInstances(const EventDefinition& event)
@@ -115,7 +115,7 @@ private:
             list(extra.start, extra.length);
         if (event.rules.empty())
             list(event.start, event.length);
-        const std::size_t most = instances.size() + most_;
+        const std::size_t most = instances.size() + mostEvents * days_;
         for (const icalrecurrencetype& rule : event.rules) {
             const OffsetAt& zone = *event.start.zone;
             followRule(rule, event.start.wall, untilIn(rule, zone), shownBetween(earliest, latest, zone), allowance_,
@@ -143,7 +143,8 @@ private:
                 continue;
             CalendarTime start = replacement.start;
             start.wall = instance.start.wallIn(*start.zone) + delayBy(replacement);
-            return addInstance(replacement, start, replacement.length);
+            addInstance(replacement, start, replacement.length);
+            return;
         }
         addInstance(event, instance.start, instance.length);
     }
@@ -154,23 +155,32 @@ private:
         const std::int64_t from = start.moment();
         const std::int64_t until = length.endFrom(start) - (start.isDate ? 1 : 0);
         const bool isMoment = until <= from && from >= start_;
-        if (from < end_ && (until > start_ || isMoment) && !isFull())
-            found_.events.push_back({event.title, from, std::max(from, until), start.isDate});
+        if (from >= end_ || (until <= start_ && !isMoment))
+            return;
+        const std::size_t title = event.title ? event.title->size() : 0;
+        hasLeftOut_ = hasLeftOut_ || found_.events.size() == mostEvents * days_ || titles_ + title > mostTitles * days_;
+        if (hasLeftOut_)
+            return;
+        titles_ += title;
+        found_.events.push_back({event.title, from, std::max(from, until), start.isDate});
     }
 
-    bool isFull() const { return found_.events.size() >= most_; }
-
-    static constexpr std::size_t mostPerDay = 2000;
+    /// For each day. Who lists a day writes every event anew for each that comes after it.
+    static constexpr std::size_t mostEvents = 2000;
+    static constexpr std::size_t mostTitles = std::size_t{256} << 10;
 
     std::int64_t start_;
     std::int64_t end_;
-    std::size_t most_;
+    std::size_t days_;
     Allowance allowance_{5'000'000};
     std::vector<std::unique_ptr<CalendarZones>> zones_;
     /// Their addresses last.
     std::deque<EventDefinition> replacing_;
     std::unordered_map<std::string, Replacements> replacements_;
     FoundEvents found_;
+    /// How long the titles are together, in bytes.
+    std::size_t titles_ = 0;
+    bool hasLeftOut_ = false;
 };
 
 icaltimetype universal(std::int64_t moment)
@@ -195,8 +205,8 @@ std::string textOf(const CalendarEvent& event)
 std::string::iterator endOfCalendar(std::string& text)
 {
     constexpr std::string_view end = "END:VCALENDAR";
-    return std::find_end(text.begin(), text.end(), end.begin(), end.end(),
-                         [](char letter, char wanted) { return std::toupper(static_cast<unsigned char>(letter)) == wanted; });
+    const auto isSame = [](char letter, char wanted) { return std::toupper(static_cast<unsigned char>(letter)) == wanted; };
+    return std::ranges::find_end(text, end, isSame).begin();
 }
 
 } // namespace

@@ -31,7 +31,8 @@ std::vector<std::filesystem::path> calendarFiles(const std::filesystem::path& fo
 
 /// The events of a file's calendars of which some part lies between `start` and `end`. Times without a time zone are the
 /// user's. An event that makes no sense is passed over. However much the file asks for, the work is bounded: by what is read
-/// of it (readCalendarTexts), by the instances that are considered, and by 2000 events for each day.
+/// of it (readCalendarTexts), by the instances that are considered, and by 2000 events and
+/// 256 KiB of titles for each day.
 FoundEvents eventsInFile(const std::filesystem::path& file, std::int64_t start, std::int64_t end);
 
 /// Adds an event to a calendar's file, or begins it. The file is replaced whole. Throws std::runtime_error when it cannot be

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-#include <unicode/utf8.h>
+#include <unicode/unistr.h>
 
 namespace simulator {
 
@@ -40,18 +40,13 @@ std::string capitals(std::string_view text)
     return copy;
 }
 
+/// What is not UTF-8 becomes replacement characters, and so does the character that would end the text.
 void appendReplaced(std::string& text, std::string_view bytes)
 {
-    const auto length = static_cast<std::int32_t>(bytes.size());
-    for (std::int32_t i = 0; i < length;) {
-        const std::int32_t begin = i;
-        UChar32 character;
-        U8_NEXT(bytes.data(), i, length, character);
-        if (character <= 0)
-            text += "\xef\xbf\xbd";
-        else
-            text += bytes.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(i - begin));
-    }
+    icu::UnicodeString characters =
+        icu::UnicodeString::fromUTF8(icu::StringPiece(bytes.data(), static_cast<std::int32_t>(bytes.size())));
+    characters.findAndReplace(icu::UnicodeString(u'\0'), icu::UnicodeString(u'\uFFFD'));
+    characters.toUTF8String(text);
 }
 
 /// Takes one unfolded line after the other.

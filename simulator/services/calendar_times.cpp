@@ -65,7 +65,7 @@ OffsetAt zoneOf(std::vector<Onset> onsets)
 /// By the name of a place or by that of another system's; none when there is no such zone.
 std::optional<OffsetAt> knownZone(const std::string& name)
 {
-    icu::UnicodeString text = icu::UnicodeString::fromUTF8(name);
+    const icu::UnicodeString text = icu::UnicodeString::fromUTF8(name);
     icu::UnicodeString place;
     UErrorCode failure = U_ZERO_ERROR;
     icu::TimeZone::getIDForWindowsID(text, nullptr, place, failure);
@@ -151,7 +151,7 @@ std::optional<WallTime> wallTime(const icaltimetype& time)
     if (time.hour < 0 || time.hour > 23 || time.minute < 0 || time.minute > 59 || time.second < 0 || time.second > 60)
         return std::nullopt;
     // A leap second is the one before it.
-    return midnight + (time.hour * 60 + time.minute) * 60 + std::min(time.second, 59);
+    return midnight + (WallTime{time.hour} * 60 + time.minute) * 60 + std::min(time.second, 59);
 }
 
 std::optional<CalendarTime> calendarTime(icalproperty* property, const icaltimetype& time, CalendarZones& zones)

@@ -111,7 +111,8 @@ std::vector<int> orElse(std::vector<int> list, std::int64_t number)
     if (list.empty())
         list.push_back(static_cast<int>(number));
     std::ranges::sort(list);
-    list.erase(std::unique(list.begin(), list.end()), list.end());
+    const auto repeated = std::ranges::unique(list);
+    list.erase(repeated.begin(), repeated.end());
     return list;
 }
 
@@ -329,7 +330,8 @@ private:
                 chosen.push_back(index);
         }
         std::ranges::sort(chosen);
-        chosen.erase(std::unique(chosen.begin(), chosen.end()), chosen.end());
+        const auto repeated = std::ranges::unique(chosen);
+        chosen.erase(repeated.begin(), repeated.end());
         for (const std::int64_t index : chosen) {
             if (!allowance.take() || !visit(instance(index)))
                 return;

@@ -206,7 +206,7 @@ TEST(CalendarFile, MayHoldSeveralCalendars)
 
 TEST(CalendarFile, KeepsWhatElseItHoldsWhenAnEventIsAdded)
 {
-    Console console;
+    const Console console;
     const auto file = console.root() / "User/Library/Calendar/Calendar.ics";
     const std::string other = component("VTODO", {"UID:1", "SUMMARY:Milk", "X-COLOUR:blue"}) +
                               component("VEVENT", {"UID:2", "DTSTART:20140305T090000Z", "DESCRIPTION:Bring \xff", "X-SEAT:12"});
@@ -247,6 +247,7 @@ struct Bounded {
 
 const std::string meeting = event({"UID:m", "SUMMARY:Meeting", "DTSTART:20140305T090000Z"});
 constexpr const char* tooManyInstances = "Calendar.ics: its rules ask for too many instances: the rest of them is left out";
+constexpr const char* tooManyEvents = "Calendar.ics: there are more events than can be listed: the rest of them is left out";
 constexpr const char* tooLong = "Calendar.ics: the file is too long: the rest of it is left out";
 
 } // namespace
@@ -263,7 +264,15 @@ TEST(BoundedCalendar, GivesTheFirstSecondsOfADay)
 {
     const Bounded found(calendarOf(event({"SUMMARY:Tick", "DTSTART:19700101T000000Z", "RRULE:FREQ=SECONDLY"})));
     EXPECT_EQ(countOf("Tick", found.events), 2000U);
-    EXPECT_THAT(found.log, Contains("Calendar.ics: there are more events than can be listed: the rest of them is left out"));
+    EXPECT_THAT(found.log, Contains(tooManyEvents));
+}
+
+TEST(BoundedCalendar, GivesAsManyLongTitlesAsADayCanList)
+{
+    const Bounded found(
+        calendarOf(repeated(event({"SUMMARY:" + std::string(2047, 'x') + "!", "DTSTART:20140305T090000Z"}), 500)));
+    EXPECT_EQ(countOf("!", found.events), 128U);
+    EXPECT_THAT(found.log, Contains(tooManyEvents));
 }
 
 TEST(BoundedCalendar, GivesUpCountingEverySecond)
@@ -296,7 +305,7 @@ TEST(BoundedCalendar, FollowsATimeZoneThatChangesEverySecondNoFurtherThanNeeded)
 
 TEST(BoundedCalendar, LeavesOutALineOfFiftyMegabytes)
 {
-    const Bounded found(calendarOf("BEGIN:VEVENT\r\nSUMMARY:" + std::string(50'000'000, 'x') +
+    const Bounded found(calendarOf("BEGIN:VEVENT\r\nSUMMARY:" + repeated(std::string(1000, 'x'), 50'000) +
                                    "\r\nDTSTART:20140305T080000Z\r\nEND:VEVENT\r\n" + meeting));
     EXPECT_EQ(found.events, "(null)\n5 Mar 2014, 08:00 - 5 Mar 2014, 08:00\n\n"
                             "Meeting\n5 Mar 2014, 09:00 - 5 Mar 2014, 09:00\n\n");
@@ -344,7 +353,8 @@ TEST(DayText, KeepsNoMoreOfItselfThanItIs)
     const auto calendar = newCalendar();
     const auto residentPages = [] {
         std::ifstream statistics("/proc/self/statm");
-        long total = 0, resident = 0;
+        long total = 0;
+        long resident = 0;
         statistics >> total >> resident;
         return resident;
     };

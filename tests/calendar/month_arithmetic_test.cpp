@@ -349,7 +349,9 @@ std::vector<std::string> timeZones()
         if (line.starts_with('#'))
             continue;
         std::istringstream columns(line);
-        std::string countries, place, name;
+        std::string countries;
+        std::string place;
+        std::string name;
         columns >> countries >> place >> name;
         names.push_back(name);
     }

@@ -12,7 +12,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 Owned<NSDateFormatter> formatter(const std::string& pattern)
 {
