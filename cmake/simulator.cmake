@@ -1,4 +1,4 @@
-# The phone on a desk: a SpringBoard process that libraries are injected into, and the tool that posts notifications to it.
+# The phone on a desk: a SpringBoard process that libraries are injected into, and the tools that reach it from outside.
 include_guard()
 include(${CMAKE_CURRENT_LIST_DIR}/phone_architecture.cmake)
 include(${CMAKE_CURRENT_LIST_DIR}/precompiled_headers.cmake)
@@ -32,7 +32,7 @@ set_source_files_properties(simulator/foundation/c_library_zone.cpp PROPERTIES
 set_source_files_properties(simulator/graphics/blur.cpp PROPERTIES COMPILE_OPTIONS -O3 SKIP_PRECOMPILE_HEADERS ON)
 
 add_executable(springboard ${console_sources})
-target_link_libraries(springboard PRIVATE simulator nlohmann_json::nlohmann_json PkgConfig::sdl)
+target_link_libraries(springboard PRIVATE simulator preferences nlohmann_json::nlohmann_json PkgConfig::sdl)
 set_target_properties(springboard PROPERTIES ENABLE_EXPORTS ON)
 precompile_headers(springboard ${common_headers} <iostream> <nlohmann/json.hpp>)
 target_compile_definitions(springboard PRIVATE SOLVANE_VERSION="${PROJECT_VERSION}")
@@ -40,11 +40,14 @@ foreach(script IN ITEMS scene window tour)
     configure_file(simulator/console/scripts/${script}.txt share/${script}.txt COPYONLY)
 endforeach()
 
-add_executable(notifypost simulator/services/notifypost/main.cpp)
+add_executable(notifypost tools/notifypost/main.cpp)
 target_link_libraries(notifypost PRIVATE simulator)
 
-add_executable(solvane-settings simulator/services/settings/main.cpp)
-target_link_libraries(solvane-settings PRIVATE simulator)
+# The console writes the settings as the tool does.
+add_library(preferences OBJECT tools/solvane-settings/preferences.cpp)
+target_link_libraries(preferences PRIVATE platform)
+add_executable(solvane-settings tools/solvane-settings/main.cpp)
+target_link_libraries(solvane-settings PRIVATE simulator preferences)
 
 # A program for another processor is started by a script of its name, which has the emulator run it.
 if(CMAKE_CROSSCOMPILING_EMULATOR)

@@ -42,6 +42,8 @@ public:
     NSArray* allValues() const { return send<"allValues", NSArray*>(this); }
     /// Nil raises NSInvalidArgumentException.
     void setObject_forKey(id object, id key) { send<"setObject:forKey:">(this, object, key); }
+    /// Takes the place of all that is in the map.
+    void setDictionary(NSDictionary* entries) { send<"setDictionary:">(this, entries); }
     void removeObjectForKey(id key) { send<"removeObjectForKey:">(this, key); }
     void removeAllObjects() { send<"removeAllObjects">(this); }
 };

@@ -17,7 +17,6 @@
 #include "simulator/foundation/clock.hpp"
 #include "simulator/foundation/customs.hpp"
 #include "simulator/foundation/phone_root.hpp"
-#include "simulator/foundation/preferences.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/services/darwin_notifications.hpp"
@@ -25,6 +24,7 @@
 #include "simulator/services/weather.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 #include "simulator/uikit/touch_input.hpp"
+#include "tools/solvane-settings/preferences.hpp"
 
 namespace simulator {
 

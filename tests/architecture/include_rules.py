@@ -12,7 +12,7 @@ FREESTANDING = {"cstddef", "cstdint", "type_traits", "concepts", "limits", "bit"
 SOURCES = {".cpp", ".hpp", ".S"}
 
 ARROW = re.compile(r"^(\w+) +→ +(?:(\w+)|\{ (\w+(?:, \w+)*) \})", re.MULTILINE)
-ROOM = re.compile(r"^\| `(\w+)/` \|", re.MULTILINE)
+ROOM = re.compile(r"^\| `(/?\w+)/` \|", re.MULTILINE)
 INCLUDE = re.compile(r'\s*#\s*(?:include|import)\s*([<"])([^>"]+)[>"]')
 CONDITION = re.compile(r"\s*#\s*(?:if|ifdef|ifndef|elif|else|endif)\b")
 
@@ -32,12 +32,9 @@ def library_rules(document):
 
 
 def simulator_rules(document):
-    """The same for each folder of the simulator: those that the table names before it."""
-    rooms = ROOM.findall(part_of(document, "The simulator"))
-    return {
-        f"simulator/{room}": {"platform", *(f"simulator/{lower}" for lower in rooms[:storey])}
-        for storey, room in enumerate(rooms)
-    }
+    """The same for each folder of the table: those that it names before it. A name that begins with / is not the simulator's."""
+    rooms = [room[1:] if room.startswith("/") else f"simulator/{room}" for room in ROOM.findall(part_of(document, "The simulator"))]
+    return {room: {"platform", *rooms[:storey]} for storey, room in enumerate(rooms)}
 
 
 def folder_of(path):
@@ -49,7 +46,7 @@ def folder_of(path):
 def include_fault(folder, allowed, bracket, path):
     if bracket == '"':
         return None if folder_of(path) in allowed | {folder} else f"is not for {folder}/"
-    if folder.startswith("simulator/") or path in FREESTANDING:
+    if folder.startswith(("simulator/", "tools")) or path in FREESTANDING:
         return None
     return "is no free-standing header"
 

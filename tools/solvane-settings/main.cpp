@@ -9,10 +9,10 @@
 #include "platform/Foundation/NSDictionary.hpp"
 #include "platform/runtime/AutoreleasePool.hpp"
 #include "simulator/foundation/phone_root.hpp"
-#include "simulator/foundation/preferences.hpp"
 #include "simulator/foundation/property_lists.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/services/darwin_notifications.hpp"
+#include "tools/solvane-settings/preferences.hpp"
 
 /// `solvane-settings --root DIR ...` is the settings pane of the phone on that root folder: it writes the preferences file and
 /// tells SpringBoard.
