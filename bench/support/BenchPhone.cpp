@@ -4,9 +4,9 @@
 #include <ctime>
 #include <filesystem>
 
-#include "simulator/foundation/clock.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/strings.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/loader/injection.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
@@ -22,7 +22,7 @@ BenchPhone::BenchPhone() : root_((std::filesystem::temp_directory_path() / "solv
     openSystemLog();
     launchSpringBoard({});
     constexpr double morningInMarch = 1394008200;
-    freezeClockAt(morningInMarch);
+    surroundings().frozenClock = morningInMarch;
     injectLibraries({});
     lockScreen();
 }

@@ -15,11 +15,10 @@
 #include "platform/runtime/AutoreleasePool.hpp"
 #include "simulator/console/MouseTimes.hpp"
 #include "simulator/console/raised_exception.hpp"
-#include "simulator/foundation/clock.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/graphics/Bitmap.hpp"
 #include "simulator/graphics/text.hpp"
 #include "simulator/services/darwin_notifications.hpp"
-#include "simulator/services/weather.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 #include "simulator/uikit/touch_input.hpp"
 
@@ -172,7 +171,7 @@ struct Window::Parts {
     void goOnThreeHours()
     {
         constexpr double threeHours = 3 * 3600;
-        freezeClockAt(NSDate::date()->timeIntervalSince1970() + threeHours);
+        surroundings().frozenClock = NSDate::date()->timeIntervalSince1970() + threeHours;
         relayOut();
     }
     void changeWeather()
@@ -183,7 +182,7 @@ struct Window::Parts {
     }
     void changeUnits()
     {
-        run({"units", showsCelsius() ? "fahrenheit" : "celsius"});
+        run({"units", surroundings().showsCelsius ? "fahrenheit" : "celsius"});
         relayOut();
     }
     void changeName()

@@ -15,13 +15,12 @@
 #include "simulator/console/numbers.hpp"
 #include "simulator/console/waiting.hpp"
 #include "simulator/foundation/clock.hpp"
-#include "simulator/foundation/customs.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/strings.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/services/darwin_notifications.hpp"
 #include "simulator/services/event_store.hpp"
-#include "simulator/services/weather.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 #include "simulator/uikit/touch_input.hpp"
 #include "tools/solvane-settings/preferences.hpp"
@@ -125,9 +124,9 @@ Value sentMessage(const Console& console, Words arguments)
 void setClock(Console&, Words arguments)
 {
     if (arguments[0] == "live")
-        runClock();
+        surroundings().frozenClock = std::nullopt;
     else
-        freezeClockAt(momentIn(arguments[0]));
+        surroundings().frozenClock = momentIn(arguments[0]);
 }
 
 void setWeather(Console&, Words arguments)
@@ -135,18 +134,18 @@ void setWeather(Console&, Words arguments)
     if (arguments.size() == 1) {
         if (arguments[0] != "none")
             throw BadLine("a condition code is missing behind \"" + arguments[0] + '"');
-        setLocalWeather(std::nullopt);
+        surroundings().weather = std::nullopt;
         return;
     }
     const auto code = parseNumber<std::int64_t>(arguments[1]);
     if (!code)
         throw BadLine('"' + arguments[1] + "\" is no condition code: write a whole number");
-    setLocalWeather(LocalWeather{arguments[0], static_cast<NSInteger>(*code)});
+    surroundings().weather = LocalWeather{arguments[0], static_cast<NSInteger>(*code)};
 }
 
 void setUnits(Console&, Words arguments)
 {
-    setShowsCelsius(chosen<bool>(arguments[0], {{"celsius", true}, {"fahrenheit", false}}));
+    surroundings().showsCelsius = chosen<bool>(arguments[0], {{"celsius", true}, {"fahrenheit", false}});
 }
 
 /// The word for what the region has.
@@ -156,7 +155,7 @@ void setCalendar(Console&, Words arguments)
 {
     const std::vector<std::string> systems = calendarSystems();
     if (arguments[0] == regionsOwn) {
-        customs().calendar.reset();
+        surroundings().customs.calendar.reset();
         return;
     }
     if (std::ranges::find(systems, arguments[0]) == systems.end()) {
@@ -165,18 +164,18 @@ void setCalendar(Console&, Words arguments)
             expected += ", " + system;
         throw BadLine("there is no calendar \"" + arguments[0] + "\": write one of " + expected);
     }
-    customs().calendar = arguments[0];
+    surroundings().customs.calendar = arguments[0];
 }
 
 void setHours(Console&, Words arguments)
 {
-    customs().hours =
+    surroundings().customs.hours =
         chosen<Hours>(arguments[0], {{"12", Hours::twelve}, {"24", Hours::twentyFour}, {regionsOwn, Hours::asTheRegion}});
 }
 
 void setDigits(Console&, Words arguments)
 {
-    customs().readsDigitsOfAnyScript = chosen<bool>(arguments[0], {{"any", true}, {"ascii", false}});
+    surroundings().customs.readsDigitsOfAnyScript = chosen<bool>(arguments[0], {{"any", true}, {"ascii", false}});
 }
 
 void setName(Console&, Words arguments)

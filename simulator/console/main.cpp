@@ -19,6 +19,7 @@
 #include "simulator/console/tour_page.hpp"
 #include "simulator/console/words.hpp"
 #include "simulator/foundation/phone_root.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/loader/injection.hpp"
 #include "simulator/services/darwin_notifications.hpp"
@@ -137,9 +138,9 @@ int runSpringBoard(const Options& options, char** arguments)
 
     const AutoreleasePool pool;
     rememberRaisedExceptions();
-    openSystemLog();
     if (continuation)
-        restoreSurroundings(*continuation);
+        surroundings() = continuation->surroundings;
+    openSystemLog();
     launchSpringBoard(options.screen);
     openDarwinNotifications();
     std::optional<Window> window;

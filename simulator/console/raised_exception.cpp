@@ -19,12 +19,17 @@ struct Description {
     std::string reason;
 };
 
-Description lastRaised;
 void (*foundationsRaise)(NSException*, SEL);
+
+Description& lastRaised()
+{
+    static auto& description = *new Description;
+    return description;
+}
 
 void raise(NSException* self, SEL selector)
 {
-    lastRaised = {toUTF8(self->name()), toUTF8(self->reason())};
+    lastRaised() = {toUTF8(self->name()), toUTF8(self->reason())};
     foundationsRaise(self, selector);
 }
 
@@ -37,14 +42,14 @@ void rememberRaisedExceptions()
 
 void forgetRaisedException()
 {
-    lastRaised = {};
+    lastRaised() = {};
 }
 
 std::string describeRaisedException()
 {
-    if (lastRaised.name.empty())
+    if (lastRaised().name.empty())
         return "raised an exception";
-    return "raised " + lastRaised.name + ": " + lastRaised.reason;
+    return "raised " + lastRaised().name + ": " + lastRaised().reason;
 }
 
 } // namespace simulator

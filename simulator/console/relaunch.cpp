@@ -11,9 +11,44 @@
 #include <unistd.h>
 
 #include "simulator/console/numbers.hpp"
-#include "simulator/foundation/clock.hpp"
-#include "simulator/foundation/system_log.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
+
+namespace simulator {
+
+namespace {
+
+/// A struct that shows its fields.
+template <class T>
+concept Visited = requires(T& value) { T::visit(value, [](const char*, auto&) {}); };
+
+} // namespace
+
+} // namespace simulator
+
+namespace nlohmann {
+
+template <class T>
+struct adl_serializer<std::optional<T>> {
+    static void to_json(json& result, const std::optional<T>& value) { result = value ? json(*value) : json(nullptr); }
+    static void from_json(const json& source, std::optional<T>& value)
+    {
+        value = source.is_null() ? std::nullopt : std::optional(source.get<T>());
+    }
+};
+
+template <simulator::Visited T>
+struct adl_serializer<T> {
+    static void to_json(json& result, const T& value)
+    {
+        T::visit(value, [&](const char* name, const auto& field) { result[name] = field; });
+    }
+    static void from_json(const json& source, T& value)
+    {
+        T::visit(value, [&](const char* name, auto& field) { source.at(name).get_to(field); });
+    }
+};
+
+} // namespace nlohmann
 
 namespace simulator {
 
@@ -23,32 +58,6 @@ using nlohmann::json;
 
 /// Holds the number of a descriptor from which the continuation is read.
 constexpr const char* variable = "SOLVANE_RESUME";
-
-template <class T>
-json orNull(const std::optional<T>& value)
-{
-    return value ? json(*value) : json(nullptr);
-}
-
-template <class T>
-std::optional<T> unlessNull(const json& value)
-{
-    return value.is_null() ? std::nullopt : std::optional(value.get<T>());
-}
-
-json weatherToJson(const std::optional<LocalWeather>& weather)
-{
-    if (!weather)
-        return nullptr;
-    return {{"temperature", orNull(weather->temperature)}, {"code", weather->conditionCode}};
-}
-
-std::optional<LocalWeather> weatherFromJson(const json& weather)
-{
-    if (weather.is_null())
-        return std::nullopt;
-    return LocalWeather{unlessNull<std::string>(weather.at("temperature")), weather.at("code").get<long>()};
-}
 
 /// The beginning of a line may end within a character, so it goes as bytes.
 json scriptToJson(const Script::Position& script)
@@ -63,26 +72,11 @@ Script::Position scriptFromJson(const json& script)
     return {script.at("descriptor").get<int>(), script.at("lines").get<long>(), {beginning.begin(), beginning.end()}};
 }
 
-json customsToJson(const Customs& customs)
-{
-    return {{"calendar", orNull(customs.calendar)}, {"hours", customs.hours}, {"any digits", customs.readsDigitsOfAnyScript}};
-}
-
-Customs customsFromJson(const json& customs)
-{
-    return {unlessNull<std::string>(customs.at("calendar")), customs.at("hours").get<Hours>(),
-            customs.at("any digits").get<bool>()};
-}
-
 json toJson(const Continuation& continuation)
 {
     return {
         {"script", scriptToJson(continuation.script)},
-        {"clock", orNull(continuation.frozenClock)},
-        {"weather", weatherToJson(continuation.weather)},
-        {"celsius", continuation.showsCelsius},
-        {"customs", customsToJson(continuation.customs)},
-        {"log", continuation.log},
+        {"surroundings", continuation.surroundings},
         {"locked", continuation.isLocked},
     };
 }
@@ -91,11 +85,7 @@ Continuation fromJson(const json& continuation)
 {
     return {
         .script = scriptFromJson(continuation.at("script")),
-        .frozenClock = unlessNull<double>(continuation.at("clock")),
-        .weather = weatherFromJson(continuation.at("weather")),
-        .showsCelsius = continuation.at("celsius").get<bool>(),
-        .customs = customsFromJson(continuation.at("customs")),
-        .log = continuation.at("log").get<std::vector<std::string>>(),
+        .surroundings = continuation.at("surroundings").get<Surroundings>(),
         .isLocked = continuation.at("locked").get<bool>(),
     };
 }
@@ -131,11 +121,7 @@ Continuation presentState(Script& script)
 {
     return {
         .script = script.giveBack(),
-        .frozenClock = frozenClock(),
-        .weather = localWeather(),
-        .showsCelsius = showsCelsius(),
-        .customs = customs(),
-        .log = takeSystemLog(),
+        .surroundings = surroundings(),
         .isLocked = lockScreenView() != nullptr,
     };
 }
@@ -164,16 +150,6 @@ std::optional<Continuation> takeContinuation()
     const std::string text = readAll(*descriptor);
     ::close(*descriptor);
     return fromJson(json::parse(text));
-}
-
-void restoreSurroundings(const Continuation& continuation)
-{
-    if (continuation.frozenClock)
-        freezeClockAt(*continuation.frozenClock);
-    setLocalWeather(continuation.weather);
-    setShowsCelsius(continuation.showsCelsius);
-    customs() = continuation.customs;
-    restoreSystemLog(continuation.log);
 }
 
 void relaunch(const std::filesystem::path& executable, char** arguments, Script& script)

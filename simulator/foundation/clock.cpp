@@ -6,6 +6,7 @@
 
 #include "platform/Foundation/NSDate.hpp"
 #include "simulator/foundation/foundation.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/foundation/time_zones.hpp"
 #include "simulator/foundation/wall_clock.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
@@ -14,12 +15,12 @@ namespace simulator {
 
 namespace {
 
-std::optional<double> frozenSeconds;
 NSDate* (*machinesDate)(NSObject*, SEL);
 
 NSDate* date(NSObject* self, SEL selector)
 {
-    return frozenSeconds ? NSDate::dateWithTimeIntervalSince1970(*frozenSeconds) : machinesDate(self, selector);
+    const auto frozen = surroundings().frozenClock;
+    return frozen ? NSDate::dateWithTimeIntervalSince1970(*frozen) : machinesDate(self, selector);
 }
 
 } // namespace
@@ -47,25 +48,10 @@ std::optional<double> momentOfLocalTime(std::string_view localTime)
     return static_cast<double>(momentsOfWallClock(shown.count(), userOffsetAt).first());
 }
 
-void freezeClockAt(double seconds)
-{
-    frozenSeconds = seconds;
-}
-
-void runClock()
-{
-    frozenSeconds.reset();
-}
-
-std::optional<double> frozenClock()
-{
-    return frozenSeconds;
-}
-
 double presentMoment()
 {
     const std::chrono::duration<double> machines = std::chrono::system_clock::now().time_since_epoch();
-    return frozenSeconds.value_or(machines.count());
+    return surroundings().frozenClock.value_or(machines.count());
 }
 
 } // namespace simulator

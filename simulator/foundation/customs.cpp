@@ -6,12 +6,6 @@
 
 namespace simulator {
 
-Customs& customs()
-{
-    static auto& chosen = *new Customs;
-    return chosen;
-}
-
 std::vector<std::string> calendarSystems()
 {
     UErrorCode failure = U_ZERO_ERROR;

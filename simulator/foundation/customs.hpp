@@ -17,10 +17,16 @@ struct Customs {
     /// Whether `intValue` reads the decimal digits of any script, or ASCII's alone. Which of the two the phone does is not
     /// known.
     bool readsDigitsOfAnyScript = true;
-};
 
-/// They hold from the next question on: what was made before keeps what it was made with.
-Customs& customs();
+    /// Shows a visitor each field with its name.
+    static void visit(auto& customs, const auto& visitor)
+    {
+        auto& [calendar, hours, readsDigitsOfAnyScript] = customs;
+        visitor("calendar", calendar);
+        visitor("hours", hours);
+        visitor("anyDigits", readsDigitsOfAnyScript);
+    }
+};
 
 /// The calendar systems that there are, by their names: "gregorian", "buddhist".
 std::vector<std::string> calendarSystems();

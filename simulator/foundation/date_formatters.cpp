@@ -8,9 +8,9 @@
 #include "platform/Foundation/NSLocale.hpp"
 #include "simulator/foundation/calendars.hpp"
 #include "simulator/foundation/clock.hpp"
-#include "simulator/foundation/customs.hpp"
 #include "simulator/foundation/foundation.hpp"
 #include "simulator/foundation/icu_texts.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/foundation/time_zones.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 
@@ -36,9 +36,9 @@ void removeBlanksFromEnd(icu::UnicodeString& text)
 /// becomes the other kind's; "a" goes with twelve hours, and comes behind the last of hour, minute and second.
 icu::UnicodeString inUsersHours(const icu::UnicodeString& pattern)
 {
-    if (customs().hours == Hours::asTheRegion)
+    if (surroundings().customs.hours == Hours::asTheRegion)
         return pattern;
-    const bool wantsTwelve = customs().hours == Hours::twelve;
+    const bool wantsTwelve = surroundings().customs.hours == Hours::twelve;
     const std::u16string_view otherHours = wantsTwelve ? u"Hk" : u"hK";
     const char16_t hour = wantsTwelve ? u'h' : u'H';
 

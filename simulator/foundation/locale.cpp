@@ -5,9 +5,9 @@
 #include <unicode/locid.h>
 
 #include "platform/Foundation/NSLocale.hpp"
-#include "simulator/foundation/customs.hpp"
 #include "simulator/foundation/foundation.hpp"
 #include "simulator/foundation/strings.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 
 /// The user's locale: language and region are the environment's, the calendar is the region's own until the user chooses
@@ -42,7 +42,7 @@ NSLocale* currentLocale(Class, SEL)
 {
     icu::Locale locale = environmentsLocale();
     UErrorCode failure = U_ZERO_ERROR;
-    if (const auto& chosen = customs().calendar)
+    if (const auto& chosen = surroundings().customs.calendar)
         locale.setKeywordValue("calendar", chosen->c_str(), failure);
     NSLocale* const allocated = send<"alloc", NSLocale*>(classNamed<"NSLocale">());
     return adopt(send<"initWithLocaleIdentifier:", NSLocale*>(allocated, toNSString(locale.getName()))).autorelease();

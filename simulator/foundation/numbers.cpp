@@ -6,8 +6,8 @@
 #include <unicode/uchar.h>
 
 #include "platform/Foundation/NSString.hpp"
-#include "simulator/foundation/customs.hpp"
 #include "simulator/foundation/foundation.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 
 /// Texts are read as numbers in the decimal digits of any script, unless the phone is to know ASCII's alone.
@@ -20,7 +20,7 @@ namespace {
 int digitValue(unichar character)
 {
     constexpr unichar lastOfASCII = 0x7f;
-    return character <= lastOfASCII || customs().readsDigitsOfAnyScript ? u_charDigitValue(character) : -1;
+    return character <= lastOfASCII || surroundings().customs.readsDigitsOfAnyScript ? u_charDigitValue(character) : -1;
 }
 
 /// White space, a sign, digits; what follows is passed over. Without digits 0; beyond the range the nearest limit.

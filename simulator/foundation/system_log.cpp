@@ -1,19 +1,13 @@
 #include "simulator/foundation/system_log.hpp"
 
-#include <iterator>
 #include <utility>
 
 #include "simulator/foundation/strings.hpp"
+#include "simulator/foundation/surroundings.hpp"
 
 namespace simulator {
 
 namespace {
-
-std::vector<std::string>& lines()
-{
-    static auto& collected = *new std::vector<std::string>;
-    return collected;
-}
 
 /// GNUstep hands over "2014-03-05 08:30:00.000 springboard[12:34] text\n".
 void collect(NSString* line)
@@ -22,7 +16,7 @@ void collect(NSString* line)
     if (!text.empty() && text.back() == '\n')
         text.pop_back();
     const auto end = text.find("] ");
-    lines().push_back(end == std::string::npos ? text : text.substr(end + 2));
+    surroundings().log.push_back(end == std::string::npos ? text : text.substr(end + 2));
 }
 
 } // namespace
@@ -34,12 +28,7 @@ void openSystemLog()
 
 std::vector<std::string> takeSystemLog()
 {
-    return std::exchange(lines(), {});
-}
-
-void restoreSystemLog(std::vector<std::string> earlier)
-{
-    lines().insert(lines().begin(), std::make_move_iterator(earlier.begin()), std::make_move_iterator(earlier.end()));
+    return std::exchange(surroundings().log, {});
 }
 
 } // namespace simulator

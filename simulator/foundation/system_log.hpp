@@ -17,7 +17,4 @@ void openSystemLog();
 /// The lines since the last call, oldest first, without time and process; they are forgotten.
 std::vector<std::string> takeSystemLog();
 
-/// Puts lines back in front of those that came since, as if they had not been taken.
-void restoreSystemLog(std::vector<std::string> lines);
-
 } // namespace simulator

@@ -10,6 +10,7 @@
 #include "simulator/foundation/foundation.hpp"
 #include "simulator/foundation/icu_texts.hpp"
 #include "simulator/foundation/strings.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 
 /// TZ names the user's time zone, in every form that the C library or ICU knows. GNUstep knows names alone, and asks the
@@ -26,27 +27,27 @@ bool isKnownToICU(const std::string& timeZone)
 }
 
 /// What the user's zone is called: TZ says so, or the machine.
-std::string chosenName(const char* timeZone)
+std::string chosenName(const std::optional<std::string>& timeZone)
 {
-    if (timeZone == nullptr)
+    if (!timeZone)
         return toUTF8(send<"name", NSString*>(send<"systemTimeZone", id>(classNamed<"NSTimeZone">())));
-    const std::string name = timeZone + (*timeZone == ':' ? 1 : 0);
+    const std::string name = timeZone->substr(timeZone->starts_with(':') ? 1 : 0);
     return name.empty() ? "UTC" : name;
 }
 
-std::unique_ptr<icu::TimeZone> chosenZone(const char* timeZone)
+std::unique_ptr<icu::TimeZone> chosenZone(const std::optional<std::string>& timeZone)
 {
     const std::string name = chosenName(timeZone);
-    if (timeZone == nullptr || isKnownToCLibrary(timeZone))
+    if (!timeZone || isKnownToCLibrary(*timeZone))
         return cLibraryZone(name);
     if (isKnownToICU(name))
         return std::unique_ptr<icu::TimeZone>(icu::TimeZone::createTimeZone(icu::UnicodeString::fromUTF8(name)));
-    throw std::runtime_error("TZ: \"" + std::string(timeZone) + "\" is no time zone that is known here");
+    throw std::runtime_error("TZ: \"" + *timeZone + "\" is no time zone that is known here");
 }
 
 const icu::TimeZone& userZone()
 {
-    static const icu::TimeZone& zone = *chosenZone(std::getenv("TZ")).release();
+    static const icu::TimeZone& zone = *chosenZone(surroundings().timeZone).release();
     return zone;
 }
 
@@ -86,6 +87,8 @@ NSString* abbreviationForDate(NSObject* self, SEL, NSDate* date)
 
 void replaceTimeZone()
 {
+    if (const auto& zone = surroundings().timeZone)
+        ::setenv("TZ", zone->c_str(), 1);
     userZone();
     SimulatedClass<UserTimeZoneState>("__NSTimeZone", "NSTimeZone")
         .method<"init">(init)

@@ -17,7 +17,7 @@ Owned<CGPath> makePath(Outline outline)
 
 const Outline& outlineOf(CGPathRef path)
 {
-    static const Outline empty;
+    static const auto& empty = *new Outline;
     return path == nullptr ? empty : ivarsOf<Outline>(path);
 }
 

@@ -1,9 +1,6 @@
-#include "simulator/services/weather.hpp"
-
-#include <utility>
-
 #include "platform/Weather/Weather.hpp"
 #include "simulator/foundation/strings.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/services/services.hpp"
 
@@ -13,9 +10,6 @@ namespace simulator {
 
 namespace {
 
-std::optional<LocalWeather> weather = LocalWeather{"21", 26};
-bool celsius = true;
-
 struct CityState {
     // The weather of the last update.
     Owned<NSString> temperature;
@@ -24,6 +18,7 @@ struct CityState {
 
 void update(City* self, SEL)
 {
+    const auto& weather = surroundings().weather;
     if (!weather)
         return;
     auto& city = ivarsOf<CityState>(self);
@@ -45,7 +40,7 @@ struct LocationUpdaterState {};
 template <FixedString ClassName>
 id sharedInstance(Class, SEL)
 {
-    static id shared = send<"new", id>(classNamed<ClassName>());
+    static const id shared = send<"new", id>(classNamed<ClassName>());
     return shared;
 }
 
@@ -58,7 +53,7 @@ id location(WeatherLocationManager*, SEL)
 City* localWeatherCity(WeatherPreferences* self, SEL)
 {
     auto& preferences = ivarsOf<WeatherPreferencesState>(self);
-    if (!weather || !preferences.localWeatherEnabled)
+    if (!surroundings().weather || !preferences.localWeatherEnabled)
         return nullptr;
     if (preferences.city == nullptr) {
         preferences.city = adopt(send<"new", City*>(classNamed<"City">()));
@@ -69,7 +64,7 @@ City* localWeatherCity(WeatherPreferences* self, SEL)
 
 BOOL isCelsius(WeatherPreferences*, SEL)
 {
-    return BOOL{celsius};
+    return BOOL{surroundings().showsCelsius};
 }
 
 void updateWeatherForLocation(LocationUpdater*, SEL, id, City* city)
@@ -106,26 +101,6 @@ void registerWeather()
         .method<"updateWeatherForLocation:city:">(updateWeatherForLocation)
         .method<"handleCompletionForCity:withUpdateDetail:">(handleCompletionForCity)
         .registerClass();
-}
-
-void setLocalWeather(std::optional<LocalWeather> known)
-{
-    weather = std::move(known);
-}
-
-const std::optional<LocalWeather>& localWeather()
-{
-    return weather;
-}
-
-void setShowsCelsius(bool shows)
-{
-    celsius = shows;
-}
-
-bool showsCelsius()
-{
-    return celsius;
 }
 
 } // namespace simulator

@@ -1,5 +1,5 @@
 #include "platform/Foundation/NSDateFormatter.hpp"
-#include "simulator/foundation/customs.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 #include "simulator/springboard/views.hpp"
@@ -45,7 +45,7 @@ void layoutSubviews(UIView* self, SEL)
     const auto& view = ivarsOf<DateViewState>(self);
     NSDate* const now = NSDate::date();
     // Without the half of the day, which a rewritten pattern would have.
-    const bool hasTwelveHours = customs().hours == Hours::twelve;
+    const bool hasTwelveHours = surroundings().customs.hours == Hours::twelve;
     view.time->setText(formatted(now, hasTwelveHours ? constantString<"h:mm">() : constantString<"H:mm">()));
     view.date->setText(formatted(now, constantString<"EEEE, d MMMM">()));
 }

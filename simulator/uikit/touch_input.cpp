@@ -29,7 +29,11 @@ struct Finger {
     bool isCancelledInView = false;
 };
 
-Finger finger;
+Finger& finger()
+{
+    static auto& one = *new Finger;
+    return one;
+}
 
 NSUInteger tapsOf(UIGestureRecognizer* recognizer)
 {
@@ -42,7 +46,7 @@ NSUInteger tapsOf(UIGestureRecognizer* recognizer)
 Owned<UIGestureRecognizer> winner()
 {
     UIGestureRecognizer* best = nullptr;
-    for (UIGestureRecognizer* recognizer : finger.recognizers) {
+    for (UIGestureRecognizer* recognizer : finger().recognizers) {
         if (ivarsOf<GestureState>(recognizer).hasNews && (best == nullptr || tapsOf(recognizer) > tapsOf(best)))
             best = recognizer;
     }
@@ -59,9 +63,9 @@ void tellTargets(UIGestureRecognizer* recognizer)
 
 void cancelInView(NSSet* touches)
 {
-    if (!finger.isCancelledInView)
-        finger.view->touchesCancelled_withEvent(touches, nullptr);
-    finger.isCancelledInView = true;
+    if (!finger().isCancelledInView)
+        finger().view->touchesCancelled_withEvent(touches, nullptr);
+    finger().isCancelledInView = true;
 }
 
 /// One recogniser wins and the others fail, but for a tap that waits for more taps than the one that has won.
@@ -70,7 +74,7 @@ void settleRecognizers(NSSet* touches)
     const Owned<UIGestureRecognizer> best = winner();
     if (best == nullptr)
         return;
-    for (UIGestureRecognizer* other : finger.recognizers) {
+    for (UIGestureRecognizer* other : finger().recognizers) {
         const bool waitsForMoreTaps = tapsOf(best) > 0 && tapsOf(other) > tapsOf(best);
         if (other != best && !waitsForMoreTaps)
             other->setState(UIGestureRecognizerStateFailed);
@@ -88,17 +92,17 @@ bool follows(UIGestureRecognizer* recognizer)
 template <FixedString Name>
 void deliver(UITouchPhase phase)
 {
-    TouchState& state = ivarsOf<TouchState>(finger.touch.get());
+    TouchState& state = ivarsOf<TouchState>(finger().touch.get());
     state.phase = phase;
     state.timestamp = now;
-    NSSet* const touches = NSSet::setWithObject(finger.touch.get());
-    for (UIGestureRecognizer* recognizer : finger.recognizers) {
+    NSSet* const touches = NSSet::setWithObject(finger().touch.get());
+    for (UIGestureRecognizer* recognizer : finger().recognizers) {
         if (follows(recognizer))
             send<Name>(recognizer, touches, static_cast<UIEvent*>(nullptr));
     }
     settleRecognizers(touches);
-    if (!finger.isCancelledInView)
-        send<Name>(finger.view.get(), touches, static_cast<UIEvent*>(nullptr));
+    if (!finger().isCancelledInView)
+        send<Name>(finger().view.get(), touches, static_cast<UIEvent*>(nullptr));
 }
 
 void gatherRecognizers(UIView* view)
@@ -106,7 +110,7 @@ void gatherRecognizers(UIView* view)
     for (; view != nullptr; view = view->superview()) {
         for (UIGestureRecognizer* recognizer : each<UIGestureRecognizer>(view->gestureRecognizers())) {
             if (recognizer->isEnabled())
-                finger.recognizers.emplace_back(recognizer);
+                finger().recognizers.emplace_back(recognizer);
         }
     }
 }
@@ -117,9 +121,9 @@ void putDown(UIWindow* window, CGPoint point)
     UIView* const view = window->hitTest_withEvent(point, nullptr);
     if (view == nullptr)
         return;
-    finger.touch = adopt(send<"new", UITouch*>(classNamed<"UITouch">()));
-    finger.view = view;
-    ivarsOf<TouchState>(finger.touch.get()) = {UITouchPhaseBegan, now, view, window, point};
+    finger().touch = adopt(send<"new", UITouch*>(classNamed<"UITouch">()));
+    finger().view = view;
+    ivarsOf<TouchState>(finger().touch.get()) = {UITouchPhaseBegan, now, view, window, point};
     gatherRecognizers(view);
     deliver<"touchesBegan:withEvent:">(UITouchPhaseBegan);
 }
@@ -135,34 +139,34 @@ void touchDown(UIWindow* window, CGPoint point, double pause)
 
 void touchMove(CGPoint point, double pause)
 {
-    if (finger.touch == nullptr)
+    if (finger().touch == nullptr)
         return;
     now += pause;
-    ivarsOf<TouchState>(finger.touch.get()).location = point;
+    ivarsOf<TouchState>(finger().touch.get()).location = point;
     deliver<"touchesMoved:withEvent:">(UITouchPhaseMoved);
 }
 
 void touchUp(CGPoint point, double pause)
 {
-    if (finger.touch == nullptr)
+    if (finger().touch == nullptr)
         return;
     now += pause;
-    ivarsOf<TouchState>(finger.touch.get()).location = point;
+    ivarsOf<TouchState>(finger().touch.get()).location = point;
     deliver<"touchesEnded:withEvent:">(UITouchPhaseEnded);
-    const Finger lifted = std::exchange(finger, {});
+    const Finger lifted = std::exchange(finger(), {});
     for (UIGestureRecognizer* recognizer : lifted.recognizers)
         recognizer->reset();
 }
 
 void touchUp()
 {
-    if (finger.touch != nullptr)
-        touchUp(ivarsOf<TouchState>(finger.touch.get()).location);
+    if (finger().touch != nullptr)
+        touchUp(ivarsOf<TouchState>(finger().touch.get()).location);
 }
 
 bool fingerIsDown()
 {
-    return finger.touch != nullptr;
+    return finger().touch != nullptr;
 }
 
 void tap(UIWindow* window, CGPoint point, int times)

@@ -7,6 +7,7 @@
 
 #include "platform/UIKit/UIWindow.hpp"
 #include "simulator/foundation/clock.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/quartzcore/CGColor.hpp"
 
 RegionalPhone::RegionalPhone(const Region& region)
@@ -20,7 +21,7 @@ RegionalPhone::RegionalPhone(const Region& region)
 
 void setClock(const std::string& localTime)
 {
-    simulator::freezeClockAt(simulator::momentOfLocalTime(localTime).value());
+    simulator::surroundings().frozenClock = simulator::momentOfLocalTime(localTime).value();
 }
 
 Owned<UIView> newCalendar()

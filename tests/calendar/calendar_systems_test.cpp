@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "simulator/foundation/customs.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "tests/calendar/MonthCalendar.hpp"
 #include "tests/support/drawn_texts.hpp"
 
@@ -87,7 +87,7 @@ protected:
     void SetUp() override
     {
         if (!GetParam().chosen.empty())
-            simulator::customs().calendar = GetParam().chosen;
+            simulator::surroundings().customs.calendar = GetParam().chosen;
     }
 };
 
@@ -112,7 +112,7 @@ TEST(MonthInEveryCalendar, IsDrawnAndFollowedByAnother)
 {
     const RegionalPhone phone;
     for (const std::string& system : simulator::calendarSystems()) {
-        simulator::customs().calendar = system;
+        simulator::surroundings().customs.calendar = system;
         const auto calendar = newCalendarOn("2014-03-15");
         send<"nextMonth">(calendar.get());
         EXPECT_EQ(subviewsOf(calendar).size(), 49U) << system;
@@ -125,7 +125,7 @@ TEST(MonthOfAnEra, LiesInThePresentOne)
 {
     // In 2014 it is the 26th year of Heisei; Reiwa has no such year yet.
     const RegionalPhone phone;
-    simulator::customs().calendar = "japanese";
+    simulator::surroundings().customs.calendar = "japanese";
     const auto calendar = newCalendarOn("2016-02-15");
     EXPECT_EQ(shownMonth(calendar), "28-2");
     EXPECT_EQ(lengthOfShownMonth(calendar), 29);
@@ -142,7 +142,7 @@ TEST(WeekdayInOtherDigits, IsReadWhereThePhoneReadsThem)
 TEST(WeekdayInOtherDigits, LeadsTheGridWithNoDaysWhereThePhoneReadsASCIIAlone)
 {
     const RegionalPhone phone({.language = "fa_IR.UTF-8", .timeZone = "UTC"});
-    simulator::customs().readsDigitsOfAnyScript = false;
+    simulator::surroundings().customs.readsDigitsOfAnyScript = false;
     const auto calendar = newCalendarOn("2014-03-15");
     EXPECT_EQ(offsetOfShownMonth(calendar), -1);
     EXPECT_EQ(gridOf(calendar).front(), "1 2 3 4 5 6 7");

@@ -1,7 +1,6 @@
 #include <cstdlib>
 #include <gmock/gmock.h>
 
-#include "simulator/foundation/clock.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "tests/support/Phone.hpp"
 

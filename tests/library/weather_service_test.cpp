@@ -4,8 +4,8 @@
 #include <set>
 
 #include "platform/Weather/Weather.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
-#include "simulator/services/weather.hpp"
 #include "tests/support/MessageLog.hpp"
 #include "tests/support/Phone.hpp"
 #include "tests/support/runtime_calls.hpp"
@@ -268,9 +268,9 @@ TEST_F(WeatherSentence, HasNotAvailableForACityWithoutTemperatureAndCode)
 
 TEST_F(WeatherSentence, KeepsTheWordOfACityWithoutTemperature)
 {
-    simulator::setLocalWeather(simulator::LocalWeather{std::nullopt, 32});
+    simulator::surroundings().weather = simulator::LocalWeather{std::nullopt, 32};
     EXPECT_EQ(sentenceText(), "It's (null)° C and Sunny.");
-    simulator::setShowsCelsius(false);
+    simulator::surroundings().showsCelsius = false;
     EXPECT_EQ(sentenceText(), "It's 32° F and Sunny.");
 }
 
@@ -320,17 +320,17 @@ TEST_F(WeatherSentence, IsAutoreleased)
 
 TEST_F(WeatherSentence, FollowsTheWeatherBetweenTwoCalls)
 {
-    simulator::setLocalWeather(simulator::LocalWeather{"21", 26});
+    simulator::surroundings().weather = simulator::LocalWeather{"21", 26};
     EXPECT_EQ(sentenceText(), "It's 21° C and Cloudy.");
-    simulator::setLocalWeather(simulator::LocalWeather{"-3", 16});
+    simulator::surroundings().weather = simulator::LocalWeather{"-3", 16};
     EXPECT_EQ(sentenceText(), "It's -3° C and Snow.");
-    simulator::setShowsCelsius(false);
+    simulator::surroundings().showsCelsius = false;
     EXPECT_EQ(sentenceText(), "It's 27° F and Snow.");
 }
 
 TEST_F(WeatherSentence, HasADegreeSignOfOneCharacter)
 {
-    simulator::setLocalWeather(simulator::LocalWeather{"7", 32});
+    simulator::surroundings().weather = simulator::LocalWeather{"7", 32};
     NSString* const made = sentence();
     ASSERT_EQ(textOf(made), "It's 7\u00B0 C and Sunny.");
     EXPECT_EQ(made->characterAtIndex(6), 0x00B0);
@@ -468,7 +468,7 @@ TEST_F(ConditionWords, AreExportedUnderTheirNames)
 TEST_F(ConditionWords, ShowInTheNextSentenceWhenTheyAreChanged)
 {
     exportedVariable<NSString>("cloudyString") = NSString::alloc()->initWithUTF8String("Grey");
-    simulator::setLocalWeather(simulator::LocalWeather{"21", 26});
+    simulator::surroundings().weather = simulator::LocalWeather{"21", 26};
     EXPECT_EQ(sentenceText(), "It's 21° C and Grey.");
 }
 
@@ -508,7 +508,7 @@ TEST_F(ConditionWords, EachBelongToCodesOfTheirOwn)
         variable = NSString::alloc()->initWithUTF8String("CHANGED");
         std::set<long> changed;
         for (long code = 0; code < 50; ++code) {
-            simulator::setLocalWeather(simulator::LocalWeather{"1", code});
+            simulator::surroundings().weather = simulator::LocalWeather{"1", code};
             if (sentenceText() == "It's 1° C and CHANGED.")
                 changed.insert(code);
         }
@@ -520,7 +520,7 @@ TEST_F(ConditionWords, EachBelongToCodesOfTheirOwn)
 TEST_F(ConditionWords, LeaveTheSentenceWithoutAWordWhenTheVariableIsEmptied)
 {
     exportedVariable<NSString>("cloudyString") = nullptr;
-    simulator::setLocalWeather(simulator::LocalWeather{"21", 26});
+    simulator::surroundings().weather = simulator::LocalWeather{"21", 26};
     EXPECT_EQ(sentenceText(), "It's 21° C and (null).");
 }
 

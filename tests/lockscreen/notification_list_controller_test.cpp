@@ -1,8 +1,8 @@
 #include <dlfcn.h>
 #include <gmock/gmock.h>
 
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
-#include "simulator/services/weather.hpp"
 #include "tests/support/MessageLog.hpp"
 #include "tests/support/MorningPhone.hpp"
 #include "tests/support/drawn_texts.hpp"
@@ -346,7 +346,7 @@ TEST_F(ListController, ClearingLeavesTheGreetingAndThePanesAlone)
 TEST_F(ListController, TheWeatherThatComesBackIsTheLatest)
 {
     notify(mail);
-    simulator::setLocalWeather(simulator::LocalWeather{"-3", 16});
+    simulator::surroundings().weather = simulator::LocalWeather{"-3", 16};
     send<"clearItemsForNotificationCenter">(controller());
     EXPECT_EQ(subtitle(), "It's -3° C and Snow.");
 }

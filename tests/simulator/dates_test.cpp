@@ -3,7 +3,7 @@
 #include "platform/Foundation/NSCalendar.hpp"
 #include "platform/Foundation/NSDateFormatter.hpp"
 #include "platform/Foundation/NSLocale.hpp"
-#include "simulator/foundation/customs.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "tests/calendar/MonthCalendar.hpp"
 
@@ -135,7 +135,7 @@ namespace {
 
 std::string atHalfPastTwo(const std::string& pattern, simulator::Hours hours)
 {
-    simulator::customs().hours = hours;
+    simulator::surroundings().customs.hours = hours;
     setClock("2014-03-05T14:30:15");
     return written(pattern, NSDate::date());
 }
@@ -175,7 +175,7 @@ TEST(HoursOfPatterns, BecomeTwentyFourWithoutTheHalfOfTheDay)
 TEST(HoursOfPatterns, AreReadAsTheyAreWritten)
 {
     const RegionalPhone phone;
-    simulator::customs().hours = simulator::Hours::twelve;
+    simulator::surroundings().customs.hours = simulator::Hours::twelve;
     EXPECT_EQ(textOf(read("dd-MM-yyyy HH:mm", "5-3-2014 02:30 PM")), "2014-03-05 14:30:00 +0000");
     EXPECT_EQ(read("dd-MM-yyyy HH:mm", "5-3-2014 14:30"), nullptr);
 }

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "simulator/services/weather.hpp"
+#include "simulator/foundation/surroundings.hpp"
 
 namespace {
 
@@ -17,5 +17,5 @@ simulator::ScreenSize inUniversalTime(const simulator::ScreenSize& screen)
 MorningPhone::MorningPhone(const simulator::ScreenSize& screen) : Phone(inUniversalTime(screen))
 {
     freezeClockAtUniversalTime("2014-03-05T08:30:00");
-    simulator::setLocalWeather(simulator::LocalWeather{"21", 26});
+    simulator::surroundings().weather = simulator::LocalWeather{"21", 26};
 }

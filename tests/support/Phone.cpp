@@ -6,8 +6,8 @@
 #include <stdexcept>
 #include <unordered_map>
 
-#include "simulator/foundation/clock.hpp"
 #include "simulator/foundation/phone_root.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/loader/injection.hpp"
 #include "simulator/services/darwin_notifications.hpp"
@@ -55,5 +55,5 @@ void freezeClockAtUniversalTime(const std::string& time)
     std::tm fields{};
     if (::strptime(time.c_str(), "%Y-%m-%dT%H:%M:%S", &fields) == nullptr)
         throw std::invalid_argument(time);
-    simulator::freezeClockAt(static_cast<double>(::timegm(&fields)));
+    simulator::surroundings().frozenClock = static_cast<double>(::timegm(&fields));
 }

@@ -2,8 +2,8 @@
 
 #include "platform/UIKit/UIImage.hpp"
 #include "platform/Weather/Weather.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
-#include "simulator/services/weather.hpp"
 #include "tests/support/MorningPhone.hpp"
 #include "tests/support/objects.hpp"
 #include "tests/transcripts/text_tables.hpp"
@@ -26,10 +26,10 @@ void expectFirstSentence(Weather weather)
     const InjectedMorningPhone phone;
     weather.isFirst = true;
     if (weather.hasCity)
-        simulator::setLocalWeather(simulator::LocalWeather{weather.temperature, weather.code});
+        simulator::surroundings().weather = simulator::LocalWeather{weather.temperature, weather.code};
     else
-        simulator::setLocalWeather(std::nullopt);
-    simulator::setShowsCelsius(weather.isCelsius);
+        simulator::surroundings().weather = std::nullopt;
+    simulator::surroundings().showsCelsius = weather.isCelsius;
     for (const std::string& name : weather.missing)
         hideClass(name);
     Transcript().expect([] { getTempString(); }, tables::weather(weather));

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "simulator/foundation/customs.hpp"
+
+/// What surrounds the phone: all that a relaunch of SpringBoard leaves as it is.
+namespace simulator {
+
+/// What the weather service knows of the city that the phone is in.
+struct LocalWeather {
+    /// Degrees Celsius, verbatim as the service writes them; none when the city has no temperature.
+    std::optional<std::string> temperature;
+    long conditionCode;
+
+    /// Shows a visitor each field with its name.
+    static void visit(auto& weather, const auto& visitor)
+    {
+        auto& [temperature, conditionCode] = weather;
+        visitor("temperature", temperature);
+        visitor("code", conditionCode);
+    }
+};
+
+/// A new field is added here and nowhere else: the bindings below do not compile until they have it, and what they show is
+/// saved and restored.
+struct Surroundings {
+    /// The moment at which the clock is frozen, in seconds since 1970-01-01T00:00:00Z; none when it runs with the machine's.
+    std::optional<double> frozenClock;
+    /// The name of the phone's time zone; none for the machine's own.
+    std::optional<std::string> timeZone;
+    /// None: the local city is not known.
+    std::optional<LocalWeather> weather = LocalWeather{"21", 26};
+    /// The unit in which temperatures are shown: Celsius, or else Fahrenheit.
+    bool showsCelsius = true;
+    /// They hold from the next question on: what was made before keeps what it was made with.
+    Customs customs;
+    /// The lines of the system log that nobody has taken yet, oldest first, without time and process.
+    std::vector<std::string> log;
+
+    /// Shows a visitor each field with its name.
+    static void visit(auto& surroundings, const auto& visitor)
+    {
+        auto& [frozenClock, timeZone, weather, showsCelsius, customs, log] = surroundings;
+        visitor("clock", frozenClock);
+        visitor("timeZone", timeZone);
+        visitor("weather", weather);
+        visitor("celsius", showsCelsius);
+        visitor("customs", customs);
+        visitor("log", log);
+    }
+};
+
+/// Those of this phone. They begin with the time zone that TZ names.
+Surroundings& surroundings();
+
+} // namespace simulator
