@@ -3,19 +3,14 @@
 #include <SDL.h>
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <span>
 #include <stdexcept>
 #include <string>
 #include <utility>
-#include <vector>
 
-#include "platform/Foundation/NSDate.hpp"
 #include "platform/UIKit/UIScreen.hpp"
 #include "platform/runtime/AutoreleasePool.hpp"
+#include "simulator/console/Keys.hpp"
 #include "simulator/console/MouseTimes.hpp"
-#include "simulator/console/raised_exception.hpp"
-#include "simulator/foundation/surroundings.hpp"
 #include "simulator/graphics/Bitmap.hpp"
 #include "simulator/graphics/text.hpp"
 #include "simulator/services/darwin_notifications.hpp"
@@ -25,8 +20,6 @@
 namespace simulator {
 
 namespace {
-
-using CommandLine = std::vector<std::string>;
 
 template <class T, void (*Close)(T*)>
 struct Closer {
@@ -45,38 +38,6 @@ struct Video {
             throw std::runtime_error(std::string("cannot open a window: ") + SDL_GetError());
     }
 };
-
-/// The next of a list of examples, around and around.
-template <class T, std::size_t Count>
-const T& next(const T (&examples)[Count], std::size_t& index)
-{
-    return examples[index++ % Count];
-}
-
-struct Notification {
-    const char* bundleIdentifier;
-    const char* title;
-    const char* message;
-};
-
-constexpr Notification notifications[] = {
-    {"com.apple.MobileSMS", "Ana", "Are you coming to the ferry at six?"},
-    {"org.solvane.ferry", "Solvane Ferry", "The six o'clock boat leaves from pier 2."},
-    {"com.apple.mobilemail", "Harbour Office", "Your season ticket"},
-    {"org.solvane.larder", "Larder", "Milk is best used today."},
-    {"com.apple.mobilecal", "Calendar", "Dinner with Mira at eight"},
-    {"com.apple.mobilephone", "Missed call", "Mira"},
-    {"com.apple.Music", "Music", "A new record by the Harbour Choir"},
-};
-
-constexpr const char* names[] = {"Eve", "Maximiliane-Alexandra", "Bo", "Ana"};
-
-struct Weather {
-    const char* temperature;
-    const char* conditionCode;
-};
-
-constexpr Weather weathers[] = {{"-3.5", "16"}, {"31", "32"}, {"12", "11"}, {"21", "26"}};
 
 /// Tells the finger how long it rested, by the times of the mouse's events in milliseconds.
 class Stopwatch {
@@ -99,15 +60,7 @@ constexpr Colour stripTextColour{0.75, 0.75, 0.82, 1};
 } // namespace
 
 struct Window::Parts {
-    struct Key {
-        SDL_Keycode code;
-        const char* name;
-        const char* meaning;
-        void (Parts::*answer)();
-    };
-    static std::span<const Key> allKeys();
-
-    explicit Parts(Console& usedConsole) : console(usedConsole)
+    explicit Parts(Console& usedConsole) : console(usedConsole), keys(usedConsole)
     {
         const CGRect bounds = UIScreen::mainScreen()->bounds();
         const double scale = UIScreen::mainScreen()->scale();
@@ -135,87 +88,6 @@ struct Window::Parts {
         return std::min({1.0, desk.w * share / width, desk.h * share / height});
     }
 
-    void run(const CommandLine& words)
-    {
-        status.clear();
-        forgetRaisedException();
-        try {
-            runCommand(console, words);
-        } catch (const std::exception& problem) {
-            status = problem.what();
-        } catch (...) {
-            status = describeRaisedException();
-        }
-        needsDrawing = true;
-    }
-
-    void notifyNext()
-    {
-        const Notification& example = next(notifications, notificationIndex);
-        run({"notify", example.bundleIdentifier, example.title, example.message});
-    }
-    void notifyAgain()
-    {
-        const std::size_t last = notificationIndex == 0 ? 0 : notificationIndex - 1;
-        const Notification& example = notifications[last % std::size(notifications)];
-        run({"notify", example.bundleIdentifier, example.title, example.message});
-    }
-    void addCard() { run({"card", "boarding-pass", "Boarding pass, pier 2"}); }
-    void addAlert() { run({"alert", "Low battery", "10% of the battery is left."}); }
-    void clear() { run({"clear"}); }
-    void switchScreen()
-    {
-        screenIsOff = !screenIsOff;
-        run({"screen", screenIsOff ? "off" : "on"});
-    }
-    void goOnThreeHours()
-    {
-        constexpr double threeHours = 3 * 3600;
-        surroundings().frozenClock = NSDate::date()->timeIntervalSince1970() + threeHours;
-        relayOut();
-    }
-    void changeWeather()
-    {
-        const Weather& example = next(weathers, weatherIndex);
-        run({"weather", example.temperature, example.conditionCode});
-        relayOut();
-    }
-    void changeUnits()
-    {
-        run({"units", surroundings().showsCelsius ? "fahrenheit" : "celsius"});
-        relayOut();
-    }
-    void changeName()
-    {
-        const char* const name = next(names, nameIndex);
-        run({"name", name});
-        run({"post", "loadSolvaneS"});
-        if (status.empty())
-            status = std::string("The name is ") + name + " now: R shows it";
-    }
-    void respring() { run({"post", "RespringSV"}); }
-    void lock() { run({"lock"}); }
-    void takePicture()
-    {
-        std::string file;
-        int number = 1;
-        do {
-            file = "lockscreen-" + std::to_string(number++) + ".png";
-        } while (std::filesystem::exists(file));
-        run({"screenshot", file});
-        if (status.empty())
-            status = "The picture is in " + file;
-    }
-    void toggleHelp()
-    {
-        showsHelp = !showsHelp;
-        needsDrawing = true;
-    }
-    void close() { isOpen = false; }
-
-    /// The panel reads the time and the weather when it is laid out.
-    void relayOut() { run({"layout"}); }
-
     void take(const SDL_Event& event)
     {
         switch (event.type) {
@@ -226,7 +98,7 @@ struct Window::Parts {
             needsDrawing = true;
             break;
         case SDL_KEYDOWN:
-            press(event.key.keysym.sym);
+            needsDrawing |= keys.press(event.key.keysym.sym);
             break;
         case SDL_MOUSEBUTTONDOWN:
             if (event.button.button == SDL_BUTTON_LEFT)
@@ -246,14 +118,6 @@ struct Window::Parts {
         }
     }
 
-    void press(SDL_Keycode code)
-    {
-        for (const Key& key : allKeys()) {
-            if (key.code == code)
-                (this->*key.answer)();
-        }
-    }
-
     CGPoint inPoints(int x, int y) const
     {
         return {static_cast<CGFloat>(x / canvas->scale()), static_cast<CGFloat>(y / canvas->scale())};
@@ -265,7 +129,8 @@ struct Window::Parts {
         cairo_rectangle(cairo, 0, top, canvas->size().width, stripHeight);
         stripColour.applyTo(cairo);
         cairo_fill(cairo);
-        const std::string text = status.empty() ? "H help   N notification   C card   S screen   R respring" : status;
+        const std::string text =
+            keys.status().empty() ? "H help   N notification   C card   S screen   R respring" : keys.status();
         constexpr double margin = 8;
         drawText(cairo, {.text = text, .fontSize = 10.5, .alignment = PANGO_ALIGN_CENTER, .lineLimit = 1},
                  CGRect::make(margin, top + 6, canvas->size().width - 2 * margin, stripHeight), stripTextColour);
@@ -277,15 +142,15 @@ struct Window::Parts {
         constexpr double margin = 24;
         constexpr double keyWidth = 28;
         constexpr double fontSize = 12.5;
-        const double height = lineHeight * static_cast<double>(allKeys().size()) + 2 * margin;
+        const double height = lineHeight * static_cast<double>(Keys::all().size()) + 2 * margin;
         const double width = canvas->size().width - 2 * margin;
         const double top = (canvas->size().height - height) / 2;
         cairo_rectangle(cairo, margin, top, width, height);
         cairo_set_source_rgba(cairo, 0.05, 0.05, 0.09, 0.9);
         cairo_fill(cairo);
         double y = top + margin;
-        for (const Key& key : allKeys()) {
-            drawText(cairo, {.text = key.name, .face = {"Inter", PANGO_WEIGHT_BOLD}, .fontSize = fontSize},
+        for (const Keys::Key& key : Keys::all()) {
+            drawText(cairo, {.text = std::string(1, key.letter), .face = {"Inter", PANGO_WEIGHT_BOLD}, .fontSize = fontSize},
                      CGRect::make(2 * margin, y, keyWidth, lineHeight), {1, 0.8, 0.45, 1});
             drawText(cairo, {.text = key.meaning, .fontSize = fontSize, .lineLimit = 1},
                      CGRect::make(2 * margin + keyWidth, y, width - keyWidth - 2 * margin, lineHeight), {1, 1, 1, 1});
@@ -304,7 +169,7 @@ struct Window::Parts {
             const auto cairo = canvas->context();
             picture->draw(cairo.get(), {{0, 0}, picture->size()});
             drawStrip(cairo.get());
-            if (showsHelp)
+            if (keys.showsHelp())
                 drawHelp(cairo.get());
         }
         cairo_surface_t* const surface = canvas->surface();
@@ -334,37 +199,10 @@ struct Window::Parts {
     std::shared_ptr<Bitmap> canvas;
     std::shared_ptr<Bitmap> picture;
     Stopwatch stopwatch;
-    std::string status;
+    Keys keys;
     bool isOpen = true;
     bool needsDrawing = true;
-    bool showsHelp = false;
-    bool screenIsOff = false;
-    std::size_t notificationIndex = 0;
-    std::size_t weatherIndex = 0;
-    std::size_t nameIndex = 0;
 };
-
-std::span<const Window::Parts::Key> Window::Parts::allKeys()
-{
-    static constexpr Key keys[] = {
-        {SDLK_n, "N", "a notification, next application", &Parts::notifyNext},
-        {SDLK_m, "M", "one more of that application", &Parts::notifyAgain},
-        {SDLK_c, "C", "a card", &Parts::addCard},
-        {SDLK_a, "A", "a system alert", &Parts::addAlert},
-        {SDLK_x, "X", "clear the list", &Parts::clear},
-        {SDLK_s, "S", "switch the screen off or on", &Parts::switchScreen},
-        {SDLK_t, "T", "three hours later", &Parts::goOnThreeHours},
-        {SDLK_w, "W", "other weather", &Parts::changeWeather},
-        {SDLK_u, "U", "Celsius or Fahrenheit", &Parts::changeUnits},
-        {SDLK_e, "E", "another name in the settings", &Parts::changeName},
-        {SDLK_r, "R", "respring", &Parts::respring},
-        {SDLK_l, "L", "a new lock screen", &Parts::lock},
-        {SDLK_p, "P", "a picture of the screen", &Parts::takePicture},
-        {SDLK_h, "H", "this help", &Parts::toggleHelp},
-        {SDLK_q, "Q", "close the window", &Parts::close},
-    };
-    return keys;
-}
 
 Window::Window(Console& console) : parts_(std::make_unique<Parts>(console))
 {
@@ -374,7 +212,7 @@ Window::~Window() = default;
 
 void Window::run()
 {
-    while (parts_->isOpen && !parts_->console.hasQuit)
+    while (parts_->isOpen && !parts_->keys.wantsToClose() && !parts_->console.hasQuit)
         parts_->runOnce();
 }
 
