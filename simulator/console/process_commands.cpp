@@ -1,0 +1,59 @@
+#include "simulator/console/Command.hpp"
+
+#include <chrono>
+#include <utility>
+
+#include "simulator/console/BadLine.hpp"
+#include "simulator/console/numbers.hpp"
+#include "simulator/console/report.hpp"
+#include "simulator/console/waiting.hpp"
+#include "simulator/foundation/system_log.hpp"
+#include "simulator/springboard/SpringBoard.hpp"
+
+/// The log, the picture, the time that passes, the end.
+
+namespace simulator {
+
+namespace {
+
+void takeLog(Console&, Words)
+{
+    Json lines = Json::array();
+    for (std::string& line : takeSystemLog())
+        lines.push_back(std::move(line));
+    report(lines);
+}
+
+void takeScreenshot(Console& console, Words arguments)
+{
+    screenPicture()->writePNG(console.pictureFolder / arguments[0]);
+}
+
+void sleepFor(Console&, Words arguments)
+{
+    constexpr double longest = 86400;
+    const auto seconds = parseNumber<double>(arguments[0]);
+    if (!seconds || !(*seconds >= 0 && *seconds <= longest))
+        throw BadLine('"' + arguments[0] + "\" is no number of seconds from 0 to " + std::to_string(static_cast<int>(longest)));
+    waitFor(std::chrono::duration<double>(*seconds));
+}
+
+void quit(Console& console, Words)
+{
+    console.hasQuit = true;
+}
+
+} // namespace
+
+std::span<const Command> processCommands()
+{
+    static constexpr Command commands[] = {
+        {"log", "", 0, 0, false, takeLog},
+        {"screenshot", "FILE", 1, 1, false, takeScreenshot},
+        {"sleep", "SECONDS", 1, 1, false, sleepFor},
+        {"quit", "", 0, 0, false, quit},
+    };
+    return commands;
+}
+
+} // namespace simulator

@@ -1,0 +1,105 @@
+#include "simulator/console/Command.hpp"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "simulator/console/BadLine.hpp"
+#include "simulator/console/arguments.hpp"
+#include "simulator/console/numbers.hpp"
+#include "simulator/foundation/phone_root.hpp"
+#include "simulator/foundation/surroundings.hpp"
+#include "simulator/services/darwin_notifications.hpp"
+#include "tools/solvane-settings/preferences.hpp"
+
+/// What surrounds the phone: time, weather, customs, settings, and what other processes tell it.
+
+namespace simulator {
+
+namespace {
+
+void setClock(Console&, Words arguments)
+{
+    if (arguments[0] == "live")
+        surroundings().frozenClock = std::nullopt;
+    else
+        surroundings().frozenClock = momentIn(arguments[0]);
+}
+
+void setWeather(Console&, Words arguments)
+{
+    if (arguments.size() == 1) {
+        if (arguments[0] != "none")
+            throw BadLine("a condition code is missing behind \"" + arguments[0] + '"');
+        surroundings().weather = std::nullopt;
+        return;
+    }
+    const auto code = parseNumber<std::int64_t>(arguments[1]);
+    if (!code)
+        throw BadLine('"' + arguments[1] + "\" is no condition code: write a whole number");
+    surroundings().weather = LocalWeather{arguments[0], static_cast<NSInteger>(*code)};
+}
+
+void setUnits(Console&, Words arguments)
+{
+    surroundings().showsCelsius = chosen<bool>(arguments[0], {{"celsius", true}, {"fahrenheit", false}});
+}
+
+/// The word for what the region has.
+constexpr std::string_view regionsOwn = "region";
+
+void setCalendar(Console&, Words arguments)
+{
+    const std::vector<std::string> systems = calendarSystems();
+    if (arguments[0] == regionsOwn) {
+        surroundings().customs.calendar.reset();
+        return;
+    }
+    if (std::ranges::find(systems, arguments[0]) == systems.end()) {
+        std::string expected(regionsOwn);
+        for (const std::string& system : systems)
+            expected += ", " + system;
+        throw BadLine("there is no calendar \"" + arguments[0] + "\": write one of " + expected);
+    }
+    surroundings().customs.calendar = arguments[0];
+}
+
+void setHours(Console&, Words arguments)
+{
+    surroundings().customs.hours =
+        chosen<Hours>(arguments[0], {{"12", Hours::twelve}, {"24", Hours::twentyFour}, {regionsOwn, Hours::asTheRegion}});
+}
+
+void setDigits(Console&, Words arguments)
+{
+    surroundings().customs.readsDigitsOfAnyScript = chosen<bool>(arguments[0], {{"any", true}, {"ascii", false}});
+}
+
+void setName(Console&, Words arguments)
+{
+    writePreferredName(arguments[0] == "none" ? std::nullopt : std::optional(arguments[0]));
+}
+
+void post(Console&, Words arguments)
+{
+    postDarwinNotification(phoneRoot(), arguments[0]);
+}
+
+} // namespace
+
+std::span<const Command> surroundingsCommands()
+{
+    static constexpr Command commands[] = {
+        {"clock", "YYYY-MM-DDThh:mm:ss | live", 1, 1, false, setClock},
+        {"weather", "TEMP CODE | none", 1, 2, false, setWeather},
+        {"units", "celsius | fahrenheit", 1, 1, false, setUnits},
+        {"calendar", "NAME | region", 1, 1, false, setCalendar},
+        {"hours", "12 | 24 | region", 1, 1, false, setHours},
+        {"digits", "any | ascii", 1, 1, false, setDigits},
+        {"name", "TEXT | none", 1, 1, false, setName},
+        {"post", "NAME", 1, 1, false, post},
+    };
+    return commands;
+}
+
+} // namespace simulator
