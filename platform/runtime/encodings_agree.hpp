@@ -77,8 +77,10 @@ private:
     {
         if (*at_++ != '"')
             return;
-        while (*at_ != 0 && *at_++ != '"') {
-        }
+        while (*at_ != 0 && *at_ != '"')
+            ++at_;
+        if (*at_ == '"')
+            ++at_;
     }
     constexpr void skipName()
     {

@@ -48,8 +48,8 @@ inline Class classNamed()
 namespace dispatch {
 
 /// What can be sent: an owner would go as a copy whose lifetime the method does not know.
-template <class... Values>
-inline constexpr bool arePlainValues = ((std::is_void_v<Values> || std::is_trivially_copyable_v<Values>) && ...);
+template <class... Arguments>
+inline constexpr bool arePlainValues = std::conjunction_v<std::is_trivially_copyable<Arguments>...>;
 
 /// A method that changes nothing may be sent to a const receiver; the runtime knows no const.
 template <class Receiver>
@@ -102,7 +102,7 @@ inline IMP lookUp([[maybe_unused]] id receiver, [[maybe_unused]] SEL name)
 template <FixedString Name, class Result = void, class Receiver, class... Arguments>
 inline Result send(Receiver* receiver, Arguments... arguments)
 {
-    static_assert(dispatch::arePlainValues<Result, Arguments...>, "only plain values are sent");
+    static_assert(dispatch::arePlainValues<Arguments...>, "only plain values are sent");
     const auto object = dispatch::objectOf(receiver);
     if constexpr (dispatch::needsNilCheck<Result>) {
         if (object == nullptr)
@@ -119,7 +119,7 @@ inline Result send(Receiver* receiver, Arguments... arguments)
 template <FixedString Name, class Result, class Receiver, class First, class... Rest>
 inline Result sendVariadic(Receiver* receiver, First first, Rest... rest)
 {
-    static_assert(dispatch::arePlainValues<Result, First, Rest...>, "only plain values are sent");
+    static_assert(dispatch::arePlainValues<First, Rest...>, "only plain values are sent");
     static_assert(!dispatch::needsNilCheck<Result>);
     const auto object = dispatch::objectOf(receiver);
     const SEL name = selector<Name>();
@@ -133,7 +133,7 @@ inline Result sendVariadic(Receiver* receiver, First first, Rest... rest)
 template <FixedString Name, class Result = void, class Receiver, class... Arguments>
 inline Result sendSuper(Class superclass, Receiver* receiver, Arguments... arguments)
 {
-    static_assert(dispatch::arePlainValues<Result, Arguments...>, "only plain values are sent");
+    static_assert(dispatch::arePlainValues<Arguments...>, "only plain values are sent");
     const auto object = dispatch::objectOf(receiver);
     if constexpr (dispatch::needsNilCheck<Result>) {
         if (object == nullptr)
