@@ -77,7 +77,8 @@ Rows weather(const Weather& weather)
     rows = rows + askForCity() + sayToUpdater("handleCompletionForCity: " + city + " withUpdateDetail: 0");
     rows = rows + sayToCity("update") + sayToCity("temperature") + sayToCity("conditionCode");
 
-    const auto code = std::to_string(hasCity ? static_cast<std::uint32_t>(weather.code) : 0);
+    // "%ld" is for a number of the processor's own width.
+    const auto code = std::to_string(hasCity ? static_cast<long>(static_cast<std::uint32_t>(weather.code)) : 0);
     rows = rows + format("%ld", code) + Rows{quoted(code) + " intValue"};
     const auto& temperature = hasCity ? weather.temperature : std::nullopt;
     if (temperature)
