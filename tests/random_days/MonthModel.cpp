@@ -47,7 +47,7 @@ MonthModel::MonthModel(const Region& region, const LocalTime& now, Rect frame, s
 
 void MonthModel::drawHeader()
 {
-    title_ = region_->title(year_, month_);
+    title_ = firstDayIsReadable() ? quoted(region_->title(year_, month_)) : "none";
     titleFrame_ = {static_cast<double>(cellSize_), 0, frame.width - 2 * static_cast<double>(cellSize_),
                    static_cast<double>(cellSize_)};
     const long labelHeight = cellSize_ / 2;
@@ -64,7 +64,7 @@ void MonthModel::drawDays()
 {
     const long total = totalDays();
     const long previous = month_ == 1 ? daysIn(year_ - 1, 12) : daysIn(year_, month_ - 1);
-    const long leading = offsetDays() % 7;
+    const long leading = firstDayIsReadable() ? offsetDays() % 7 : 0;
     log_->push_back("dayOfWeek: " + std::to_string(offsetDays() - 1));
     for (long cell = 0; cell < 42; ++cell) {
         const long number = cell - leading + 1;
@@ -120,9 +120,16 @@ long MonthModel::totalDays() const
     return daysIn(year_, month_);
 }
 
-/// The weekday of the 1st within the user's week, from 1 for its second day to 7 for its first.
+bool MonthModel::firstDayIsReadable() const
+{
+    return isShown({static_cast<int>(year_), static_cast<int>(month_), 1, 0, 0, 0});
+}
+
+/// The weekday of the 1st within the user's week, from 1 for its second day to 7 for its first; -1 when it cannot be read.
 long MonthModel::offsetDays() const
 {
+    if (!firstDayIsReadable())
+        return -1;
     const weekday first(year(static_cast<int>(year_)) / month(static_cast<unsigned>(month_)) / 1);
     const long place = (static_cast<long>(first.c_encoding()) - region_->firstWeekday + 7) % 7;
     return place == 0 ? 7 : place;
@@ -195,7 +202,7 @@ std::string MonthModel::describe(const std::string& name) const
         text += std::string(" ") + variable.name + ' ' + std::to_string(variable.value);
     text += " delegate " + delegate + " swipes 15\n";
     text += name + " title: UILabel " + numbers({titleFrame_.x, titleFrame_.y, titleFrame_.width, titleFrame_.height}) +
-            " untouchable alpha 1 " + quoted(title_) + " Verdana-Bold " + std::to_string(titleTextSize_) +
+            " untouchable alpha 1 " + title_ + " Verdana-Bold " + std::to_string(titleTextSize_) +
             " scale 0 lines 1 alignment 1 " + grey(0.8, 0.8) + " on 0,0,0,0\n";
     for (std::size_t i = 0; i < views_.size(); ++i)
         text += name + ' ' + std::to_string(i) + ": " + describe(views_[i]) + '\n';

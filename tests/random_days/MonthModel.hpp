@@ -4,17 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/random_days/LocalTime.hpp"
 #include "tests/random_days/region.hpp"
-
-/// A moment on the user's clock.
-struct LocalTime {
-    int year;
-    int month;
-    int day;
-    int hour;
-    int minute;
-    int second;
-};
 
 struct Rect {
     double x;
@@ -81,6 +72,8 @@ private:
         std::string background = "none";
     };
 
+    /// Whether the clock shows the midnight with which the month begins. Where it does not, the 1st is no date that can be read.
+    bool firstDayIsReadable() const;
     void paint(const Button& button, const char* background);
     std::string describe(const View& view) const;
 
@@ -94,6 +87,7 @@ private:
     long fontSize_;
     long titleTextSize_;
     long borderWidth_;
+    /// None for a month whose 1st cannot be read.
     std::string title_;
     Rect titleFrame_{};
     std::vector<View> views_;

@@ -1,0 +1,14 @@
+#pragma once
+
+/// A moment on the user's clock.
+struct LocalTime {
+    int year;
+    int month;
+    int day;
+    int hour;
+    int minute;
+    int second;
+};
+
+/// Whether the clock of the C library's time zone ever shows it: what is left out when a clock is set forward is never shown.
+bool isShown(const LocalTime& time);
