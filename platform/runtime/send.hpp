@@ -47,9 +47,10 @@ inline Class classNamed()
 
 namespace dispatch {
 
-/// What can be sent: an owner would go as a copy whose lifetime the method does not know.
+/// What can be sent: an owner would go as a copy whose lifetime the method does not know. A list of variable arguments can,
+/// though gcc for ARM does not call it trivially copyable.
 template <class... Arguments>
-inline constexpr bool arePlainValues = std::conjunction_v<std::is_trivially_copyable<Arguments>...>;
+inline constexpr bool arePlainValues = std::conjunction_v<std::is_trivially_copy_constructible<Arguments>...>;
 
 /// A method that changes nothing may be sent to a const receiver; the runtime knows no const.
 template <class Receiver>
