@@ -1,120 +1,15 @@
 #include "simulator/services/recurrence.hpp"
 
 #include <algorithm>
-#include <chrono>
 #include <span>
 #include <vector>
+
+#include "simulator/services/day_numbers.hpp"
+#include "simulator/services/rule_lists.hpp"
 
 namespace simulator {
 
 namespace {
-
-using std::chrono::days;
-using std::chrono::sys_days;
-using std::chrono::year_month_day;
-
-constexpr std::int64_t secondsPerMinute = 60;
-constexpr std::int64_t secondsPerHour = 3600;
-constexpr std::int64_t secondsPerDay = 86400;
-
-std::int64_t floorDivided(std::int64_t number, std::int64_t divisor)
-{
-    return number / divisor - (number % divisor < 0 ? 1 : 0);
-}
-
-/// Days since 1970-01-01.
-using Day = std::int64_t;
-
-Day dayOf(WallTime time)
-{
-    return floorDivided(time, secondsPerDay);
-}
-Day firstOfMonth(std::int64_t monthsSinceYearZero)
-{
-    const std::chrono::year year(static_cast<int>(floorDivided(monthsSinceYearZero, 12)));
-    const std::chrono::month month(static_cast<unsigned>(monthsSinceYearZero - floorDivided(monthsSinceYearZero, 12) * 12) + 1);
-    return sys_days(year / month / 1).time_since_epoch().count();
-}
-Day firstOfYear(std::int64_t year)
-{
-    return firstOfMonth(year * 12);
-}
-year_month_day dateOf(Day day)
-{
-    return sys_days(days(day));
-}
-std::int64_t monthOf(Day day)
-{
-    const year_month_day date = dateOf(day);
-    return int{date.year()} * std::int64_t{12} + unsigned{date.month()} - 1;
-}
-/// Sunday is 0.
-int weekdayOf(Day day)
-{
-    return static_cast<int>(day + 4 - floorDivided(day + 4, 7) * 7);
-}
-/// The first day of a day's week.
-Day firstOfWeek(Day day, int weekStart)
-{
-    return day - (weekdayOf(day) - weekStart + 7) % 7;
-}
-
-/// The place of a day among others, counted from either end: 1 is the first, -1 the last.
-struct Place {
-    int fromFirst;
-    int fromLast;
-
-    bool is(int number) const { return number == fromFirst || number == fromLast; }
-};
-
-Place placeIn(Day day, Day first, Day end, int step = 1)
-{
-    return {static_cast<int>((day - first) / step) + 1, -static_cast<int>((end - 1 - day) / step) - 1};
-}
-
-/// The week's number in its year: the first week has four days of the year at least.
-Place weekPlace(Day day, int weekStart)
-{
-    constexpr int fourthDay = 3;
-    const Day week = firstOfWeek(day, weekStart);
-    const auto year = int{dateOf(week + fourthDay).year()};
-    const auto firstWeekOf = [&](int wanted) { return firstOfWeek(firstOfYear(wanted) + fourthDay, weekStart); };
-    return placeIn(week, firstWeekOf(year), firstWeekOf(year + 1), 7);
-}
-
-template <std::size_t Size>
-std::vector<int> listed(const short (&numbers)[Size])
-{
-    return {std::begin(numbers), std::find(std::begin(numbers), std::end(numbers), ICAL_RECURRENCE_ARRAY_MAX)};
-}
-
-/// The numbers of a list that clocks have.
-template <std::size_t Size>
-std::vector<int> shownByClocks(const short (&numbers)[Size], int last)
-{
-    std::vector<int> list = listed(numbers);
-    std::erase_if(list, [&](int number) { return number < 0 || number > last; });
-    return list;
-}
-
-bool allows(const std::vector<int>& list, int number)
-{
-    return list.empty() || std::ranges::find(list, number) != list.end();
-}
-bool allows(const std::vector<int>& list, const Place& place)
-{
-    return list.empty() || std::ranges::any_of(list, [&](int number) { return place.is(number); });
-}
-
-std::vector<int> orElse(std::vector<int> list, std::int64_t number)
-{
-    if (list.empty())
-        list.push_back(static_cast<int>(number));
-    std::ranges::sort(list);
-    const auto repeated = std::ranges::unique(list);
-    list.erase(repeated.begin(), repeated.end());
-    return list;
-}
 
 /// A rule is a sequence of periods: every third year, every minute. Each has a set of days, and each day a set of times.
 class Rule {
@@ -209,7 +104,7 @@ private:
     void takeFromStart()
     {
         const Day day = dayOf(start_);
-        const year_month_day date = dateOf(day);
+        const auto date = dateOf(day);
         const bool saysDays = !weekdays_.empty() || !monthDays_.empty() || !yearDays_.empty();
         if (frequency_ == ICAL_WEEKLY_RECURRENCE || !weeks_.empty()) {
             if (!saysDays)
@@ -247,7 +142,7 @@ private:
 
     bool hasDay(Day day) const
     {
-        const year_month_day date = dateOf(day);
+        const auto date = dateOf(day);
         const auto year = int{date.year()};
         const std::int64_t month = monthOf(day);
         return allows(months_, static_cast<int>(unsigned{date.month()})) &&
