@@ -92,7 +92,7 @@ bool follows(UIGestureRecognizer* recognizer)
 template <FixedString Name>
 void deliver(UITouchPhase phase)
 {
-    TouchState& state = ivarsOf<TouchState>(finger().touch.get());
+    auto& state = ivarsOf<TouchState>(finger().touch.get());
     state.phase = phase;
     state.timestamp = now;
     NSSet* const touches = NSSet::setWithObject(finger().touch.get());
