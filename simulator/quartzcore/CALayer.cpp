@@ -29,14 +29,14 @@ CALayer* layer(Class cls, SEL)
 
 CGRect frame(CALayer* self, SEL)
 {
-    const CGRect& bounds = ivarsOf<LayerState>(self).bounds;
-    const CGPoint& position = ivarsOf<LayerState>(self).position;
+    const auto& bounds = ivarsOf<LayerState>(self).bounds;
+    const auto& position = ivarsOf<LayerState>(self).position;
     return {{position.x - bounds.size.width / 2, position.y - bounds.size.height / 2}, bounds.size};
 }
 
 void setFrame(CALayer* self, SEL, CGRect frame)
 {
-    LayerState& state = ivarsOf<LayerState>(self);
+    auto& state = ivarsOf<LayerState>(self);
     state.bounds.size = frame.size;
     state.position = {frame.origin.x + frame.size.width / 2, frame.origin.y + frame.size.height / 2};
     damageScreen();
@@ -77,7 +77,7 @@ void addSublayer(CALayer* self, SEL, CALayer* sublayer)
 
 void drawInContext(CALayer* self, SEL, void* context)
 {
-    const LayerState& state = ivarsOf<LayerState>(self);
+    const auto& state = ivarsOf<LayerState>(self);
     if (state.contents != nullptr)
         state.contents->draw(static_cast<cairo_t*>(context), state.bounds);
     send<"drawLayer:inContext:">(state.delegate, self, context);

@@ -50,7 +50,7 @@ void drawBackground(cairo_t* cairo, const LayerState& layer)
 /// What a layer draws by itself ends at its bounds, as a rule, whatever its sublayers do.
 void drawContents(cairo_t* cairo, CALayer* layer)
 {
-    const LayerState& state = ivarsOf<LayerState>(layer);
+    const auto& state = ivarsOf<LayerState>(layer);
     if (state.contentsEndAtBounds && (state.bounds.size.width <= 0 || state.bounds.size.height <= 0))
         return;
     cairo_save(cairo);
@@ -110,7 +110,7 @@ std::optional<CGRect> extentOf(const LayerState& layer)
     if (layer.masksToBounds)
         return layer.bounds;
     for (CALayer* sublayer : layer.sublayers) {
-        const LayerState& state = ivarsOf<LayerState>(sublayer);
+        const auto& state = ivarsOf<LayerState>(sublayer);
         const auto extent = extentOf(state);
         if (!extent)
             return std::nullopt;
@@ -149,7 +149,7 @@ public:
 
     void draw(CALayer* layer)
     {
-        const LayerState& state = ivarsOf<LayerState>(layer);
+        const auto& state = ivarsOf<LayerState>(layer);
         if (state.hidden || state.opacity <= 0)
             return;
         cairo_save(cairo_);
@@ -166,7 +166,7 @@ private:
     /// In the layer's own coordinates.
     void drawInside(CALayer* layer)
     {
-        const LayerState& state = ivarsOf<LayerState>(layer);
+        const auto& state = ivarsOf<LayerState>(layer);
         if (state.backdrop)
             drawBackdrop(state, *state.backdrop);
         drawBackground(cairo_, state);
@@ -184,7 +184,7 @@ private:
 
     void drawAsGroup(CALayer* layer)
     {
-        const LayerState& state = ivarsOf<LayerState>(layer);
+        const auto& state = ivarsOf<LayerState>(layer);
         if (const auto extent = extentOf(state))
             clipToPixelsOf(cairo_, *extent);
         cairo_push_group(cairo_);

@@ -47,7 +47,7 @@ NSArray* actionsForTarget_forControlEvent(UIControl* self, SEL, id object, UICon
 
 NSUInteger state(UIControl* self, SEL)
 {
-    const ControlState& control = ivarsOf<ControlState>(self);
+    const auto& control = ivarsOf<ControlState>(self);
     NSUInteger state = UIControlStateNormal;
     if (control.highlighted)
         state |= UIControlStateHighlighted;

@@ -16,7 +16,7 @@ constexpr CGFloat shortestDrag = 10;
 void touchesMoved_withEvent(UIPanGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
 {
     superOf<PanGestureState, "touchesMoved:withEvent:">(self, touches, event);
-    const GestureState& gesture = ivarsOf<GestureState>(self);
+    const auto& gesture = ivarsOf<GestureState>(self);
     if (gesture.state != UIGestureRecognizerStatePossible)
         self->setState(UIGestureRecognizerStateChanged);
     else if (std::hypot(gesture.location.x - gesture.start.x, gesture.location.y - gesture.start.y) >= shortestDrag)
@@ -32,7 +32,7 @@ void touchesEnded_withEvent(UIPanGestureRecognizer* self, SEL, NSSet* touches, U
 
 CGPoint translationInView(UIPanGestureRecognizer* self, SEL, UIView*)
 {
-    const GestureState& gesture = ivarsOf<GestureState>(self);
+    const auto& gesture = ivarsOf<GestureState>(self);
     return {gesture.location.x - gesture.start.x, gesture.location.y - gesture.start.y};
 }
 

@@ -31,7 +31,7 @@ NSUInteger directionOf(CGFloat x, CGFloat y)
 void touchesMoved_withEvent(UISwipeGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
 {
     superOf<SwipeGestureState, "touchesMoved:withEvent:">(self, touches, event);
-    const GestureState& gesture = ivarsOf<GestureState>(self);
+    const auto& gesture = ivarsOf<GestureState>(self);
     if (touches->anyObject<UITouch>()->timestamp() - gesture.startTime > longestStroke) {
         self->setState(UIGestureRecognizerStateFailed);
         return;

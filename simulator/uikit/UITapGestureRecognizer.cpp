@@ -29,7 +29,7 @@ void touchesBegan_withEvent(UITapGestureRecognizer* self, SEL, NSSet* touches, U
 {
     superOf<TapGestureState, "touchesBegan:withEvent:">(self, touches, event);
     auto& tap = ivarsOf<TapGestureState>(self);
-    const GestureState& gesture = ivarsOf<GestureState>(self);
+    const auto& gesture = ivarsOf<GestureState>(self);
     const bool continues = tap.taps > 0 && gesture.startTime - tap.lastTime <= longestPause &&
                            distance(gesture.start, tap.firstPlace) <= farthestTap;
     if (!continues) {
@@ -42,7 +42,7 @@ void touchesEnded_withEvent(UITapGestureRecognizer* self, SEL, NSSet* touches, U
 {
     superOf<TapGestureState, "touchesEnded:withEvent:">(self, touches, event);
     auto& tap = ivarsOf<TapGestureState>(self);
-    const GestureState& gesture = ivarsOf<GestureState>(self);
+    const auto& gesture = ivarsOf<GestureState>(self);
     if (distance(gesture.location, gesture.start) > farthestTap) {
         tap.taps = 0;
         self->setState(UIGestureRecognizerStateFailed);

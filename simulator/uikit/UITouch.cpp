@@ -11,7 +11,7 @@ namespace {
 
 CGPoint locationInView(UITouch* self, SEL, UIView* view)
 {
-    const TouchState& touch = ivarsOf<TouchState>(self);
+    const auto& touch = ivarsOf<TouchState>(self);
     return touch.window->convertPoint_toView(touch.location, view);
 }
 
