@@ -17,6 +17,8 @@ public:
     {
         return send<"objectAtIndex:", Item*>(this, index);
     }
+    /// Whether an element equals the object.
+    bool containsObject(id object) const { return send<"containsObject:", BOOL>(this, object) != NO; }
 };
 
 /// A list that can change.

@@ -5,7 +5,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
-#include <regex>
+#include <regex.h>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -34,13 +34,18 @@ bool isZoneFile(const std::filesystem::path& path)
 /// "CET-1CEST,M3.5.0,M10.5.0/3" (POSIX.1, 8.3).
 bool isRule(const std::string& text)
 {
-    static const std::string name = "([A-Za-z]{3,}|<[A-Za-z0-9+-]{3,}>)";
-    static const std::string fractions = "(:[0-5]?[0-9](:[0-5]?[0-9])?)?";
-    static const std::string offset = "[+-]?(2[0-4]|[01]?[0-9])" + fractions;
-    static const std::string date = "(J[0-9]{1,3}|[0-9]{1,3}|M(1[0-2]|0?[1-9])\\.[1-5]\\.[0-6])";
-    static const std::string change = "," + date + "(/[+-]?[0-9]{1,3}" + fractions + ")?";
-    static const std::regex rule(name + offset + "(" + name + "(" + offset + ")?(" + change + change + ")?)?");
-    return std::regex_match(text, rule);
+    const std::string name = "([A-Za-z]{3,}|<[A-Za-z0-9+-]{3,}>)";
+    const std::string fractions = "(:[0-5]?[0-9](:[0-5]?[0-9])?)?";
+    const std::string offset = "[+-]?(2[0-4]|[01]?[0-9])" + fractions;
+    const std::string date = "(J[0-9]{1,3}|[0-9]{1,3}|M(1[0-2]|0?[1-9])\\.[1-5]\\.[0-6])";
+    const std::string change = "," + date + "(/[+-]?[0-9]{1,3}" + fractions + ")?";
+    const std::string rule = "^" + name + offset + "(" + name + "(" + offset + ")?(" + change + change + ")?)?$";
+    regex_t compiled;
+    if (::regcomp(&compiled, rule.c_str(), REG_EXTENDED | REG_NOSUB) != 0)
+        return false;
+    const bool matches = ::regexec(&compiled, text.c_str(), 0, nullptr, 0) == 0;
+    ::regfree(&compiled);
+    return matches;
 }
 
 struct LocalTime {

@@ -33,7 +33,11 @@ void replaceClock()
 std::optional<double> momentOfLocalTime(std::string_view localTime)
 {
     int year = 0;
-    unsigned month = 0, day = 0, hour = 0, minute = 0, second = 0;
+    unsigned month = 0;
+    unsigned day = 0;
+    unsigned hour = 0;
+    unsigned minute = 0;
+    unsigned second = 0;
     int end = 0;
     const std::string text(localTime);
     const int fields = std::sscanf(text.c_str(), "%4d-%2u-%2uT%2u:%2u:%2u%n", &year, &month, &day, &hour, &minute, &second, &end);

@@ -7,7 +7,6 @@
 
 #include "platform/Foundation/NSArray.hpp"
 #include "platform/Foundation/NSDictionary.hpp"
-#include "platform/runtime/each.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/strings.hpp"
 
@@ -29,11 +28,7 @@ bool filterNamesSpringBoard(const std::filesystem::path& filter)
     NSDictionary* const root = NSDictionary::dictionaryWithContentsOfFile(toNSString(filter.native()));
     auto* const rules = root->objectForKey<NSDictionary>(constantString<"Filter">());
     auto* const bundles = rules->objectForKey<NSArray>(constantString<"Bundles">());
-    for (NSString* bundle : each<NSString>(bundles)) {
-        if (bundle->isEqualToString(constantString<"com.apple.springboard">()))
-            return true;
-    }
-    return false;
+    return bundles->containsObject(constantString<"com.apple.springboard">());
 }
 
 std::vector<std::filesystem::path> librariesForSpringBoard()
