@@ -209,7 +209,7 @@ void UIGraphicsEndImageContext(void)
     if (recording::isOn()) {
         va_list copy;
         va_copy(copy, arguments);
-        NSString* const text = send<"initWithFormat:arguments:", NSString*>(NSString::alloc(), format, copy);
+        NSString* const text = recording::formattedText(format, copy);
         va_end(copy);
         note("NSLog", {describe(static_cast<id>(text))});
         objc_release(text);

@@ -251,12 +251,11 @@ void noteFormat(NSString* format, NSString* text)
         describe(static_cast<id>(text));
 }
 
-NSString* stringWithFormat(Class cls, SEL, NSString* format, ...)
+NSString* stringWithFormat(Class, SEL, NSString* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    NSString* const text = send<"alloc", NSString*>(cls);
-    NSString* const made = send<"autorelease", NSString*>(send<"initWithFormat:arguments:", NSString*>(text, format, arguments));
+    NSString* const made = adopt(recording::formattedText(format, arguments)).autorelease();
     va_end(arguments);
     noteFormat(format, made);
     return made;

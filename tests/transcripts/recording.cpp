@@ -171,4 +171,14 @@ Value describe(NSRange range)
     return {'(' + std::to_string(range.location) + ' ' + std::to_string(range.length) + ')'};
 }
 
+NSString* formattedText(NSString* format, std::va_list arguments)
+{
+    // Called by its address: a list of arguments is nothing that a checked send could name.
+    using Initialise = NSString* (*)(NSString*, SEL, NSString*, std::va_list);
+    const SEL message = selector<"initWithFormat:arguments:">();
+    NSString* const text = NSString::alloc();
+    const auto initialise = reinterpret_cast<Initialise>(class_getMethodImplementation(object_getClass(text), message));
+    return initialise(text, message, format, arguments);
+}
+
 } // namespace recording

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstdarg>
 #include <cstdio>
 #include <deque>
 #include <string>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
+#include "platform/Foundation/NSString.hpp"
 #include "platform/runtime/types.hpp"
 
 /// What is noted of a call, at the moment it is made.
@@ -74,6 +76,9 @@ Value describe(CGRect rect);
 Value describe(NSRange range);
 
 std::string number(double value);
+
+/// The text that a format and its arguments make; the caller owns it.
+NSString* formattedText(NSString* format, std::va_list arguments);
 
 template <class T>
     requires std::is_arithmetic_v<T>
