@@ -25,10 +25,10 @@ protected:
         transcript_.name("calendar", calendar_);
     }
 
-    template <FixedString Name, class... Arguments>
+    template <FixedString Name, class Result = void, class... Arguments>
     void expect(const Rows& rows, Arguments... arguments)
     {
-        transcript_.expect([&] { send<Name>(calendar_.get(), arguments...); }, rows);
+        transcript_.expect([&] { send<Name, Result>(calendar_.get(), arguments...); }, rows);
     }
 
     RegionalPhone phone_;
@@ -104,17 +104,17 @@ TEST_F(CalendarTranscript, OfMakingOneThatItsSuperclassRefuses)
 
 TEST_F(CalendarTranscript, OfTheMonthsLength)
 {
-    expect<"getTotalDaysInCurrentMonth">(tables::monthLength(march));
+    expect<"getTotalDaysInCurrentMonth", NSInteger>(tables::monthLength(march));
 }
 
 TEST_F(CalendarTranscript, OfTheWeekdayOfTheFirst)
 {
-    expect<"getOffsetDays">(tables::weekdayOfTheFirst(march));
+    expect<"getOffsetDays", NSInteger>(tables::weekdayOfTheFirst(march));
 }
 
 TEST_F(GermanCalendarTranscript, OfTheWeekdayOfTheFirst)
 {
-    expect<"getOffsetDays">(tables::weekdayOfTheFirst({.weekday = 6}));
+    expect<"getOffsetDays", NSInteger>(tables::weekdayOfTheFirst({.weekday = 6}));
 }
 
 TEST_F(CalendarTranscript, OfSteps)
@@ -258,7 +258,7 @@ INSTANTIATE_TEST_SUITE_P(EachDirection, SwipeTranscript,
 
 TEST_F(CalendarTranscript, OfATouchThatARecogniserAsksAbout)
 {
-    expect<"gestureRecognizer:shouldReceiveTouch:">({}, id{nullptr}, id{nullptr});
+    expect<"gestureRecognizer:shouldReceiveTouch:", BOOL>({}, id{nullptr}, id{nullptr});
 }
 
 // Selection
@@ -429,7 +429,7 @@ protected:
 TEST_F(EventsTranscript, OfADayWithoutEvents)
 {
     addEvent("Party", 40, 41);
-    expect<"getCalenderEventsForDay:">(asking(true), start());
+    expect<"getCalenderEventsForDay:", NSString*>(asking(true), start());
 }
 
 TEST_F(EventsTranscript, OfADayWithTwoEvents)
@@ -437,7 +437,7 @@ TEST_F(EventsTranscript, OfADayWithTwoEvents)
     addEvent("Standup", 9, 10);
     addEvent("Lunch", 12, 13);
     const std::string first = "5 Mar 2014, 09:00 - 5 Mar 2014, 10:00";
-    expect<"getCalenderEventsForDay:">(
+    expect<"getCalenderEventsForDay:", NSString*>(
         asking(true) + event("0", first, "", "Standup") +
             event("1", "5 Mar 2014, 12:00 - 5 Mar 2014, 13:00", "Standup\n" + first + "\n\n", "Lunch"),
         start());
@@ -445,12 +445,12 @@ TEST_F(EventsTranscript, OfADayWithTwoEvents)
 
 TEST_F(EventsTranscript, OfAStoreWithoutACalendar)
 {
-    expect<"getCalenderEventsForDay:">(asking(false), start());
+    expect<"getCalenderEventsForDay:", NSString*>(asking(false), start());
 }
 
 TEST_F(EventsTranscript, OfADatesText)
 {
     Rows rows = dateText("start");
     rows.erase(rows.begin());
-    expect<"getStringFromDate:">(rows, start());
+    expect<"getStringFromDate:", NSString*>(rows, start());
 }
