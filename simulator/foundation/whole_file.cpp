@@ -1,23 +1,123 @@
 #include "simulator/foundation/whole_file.hpp"
 
-#include <fstream>
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
 #include <stdexcept>
-#include <string>
+#include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
+
+#include "simulator/foundation/processes.hpp"
 
 namespace simulator {
 
-void writeWholeFile(const std::filesystem::path& file, std::string_view bytes)
-{
-    std::filesystem::create_directories(file.parent_path());
-    const std::filesystem::path temporary = file.native() + "." + std::to_string(getpid());
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Takes the file away unless it has been given its name.
+class Temporary {
+public:
+    explicit Temporary(fs::path path) : path_(std::move(path)) {}
+    Temporary(const Temporary&) = delete;
+    Temporary& operator=(const Temporary&) = delete;
+    ~Temporary()
     {
-        std::ofstream stream(temporary, std::ios::binary);
-        stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        if (!stream.flush())
-            throw std::runtime_error("cannot write " + temporary.native());
+        if (!path_.empty())
+            ::unlink(path_.c_str());
     }
-    std::filesystem::rename(temporary, file);
+
+    const fs::path& path() const { return path_; }
+    bool rename(const fs::path& file)
+    {
+        if (::rename(path_.c_str(), file.c_str()) != 0)
+            return false;
+        path_.clear();
+        return true;
+    }
+
+private:
+    fs::path path_;
+};
+
+/// A writer's temporary file bears its process's number, so that nothing stays of those who were killed.
+fs::path temporaryFor(const fs::path& file)
+{
+    const std::string beginning = file.filename().native() + '.';
+    std::error_code unreadable;
+    for (const auto& entry : fs::directory_iterator(file.parent_path(), unreadable)) {
+        const std::string name = entry.path().filename();
+        if (name.starts_with(beginning) && processIsGone(name.substr(beginning.size())))
+            ::unlink(entry.path().c_str());
+    }
+    return file.native() + '.' + std::to_string(::getpid());
+}
+
+bool writeAll(int descriptor, std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR)
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
+    }
+    return true;
+}
+
+} // namespace
+
+Descriptor openRegularFile(const fs::path& file)
+{
+    // Who opens a pipe without waiting can ask what it is.
+    Descriptor opened(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat status{};
+    if (!opened || ::fstat(opened.number(), &status) != 0)
+        return Descriptor();
+    if (!S_ISREG(status.st_mode)) {
+        errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
+        return Descriptor();
+    }
+    return opened;
+}
+
+std::optional<std::string> readWholeFile(const fs::path& file, std::size_t mostBytes)
+{
+    const Descriptor opened = openRegularFile(file);
+    if (!opened)
+        return std::nullopt;
+    std::string bytes;
+    constexpr std::size_t block = std::size_t{64} << 10;
+    for (std::size_t count = 0;;) {
+        bytes.resize(count + block);
+        const ssize_t read = ::read(opened.number(), bytes.data() + count, block);
+        if (read < 0 && errno == EINTR)
+            continue;
+        if (read < 0)
+            return std::nullopt;
+        count += static_cast<std::size_t>(read);
+        if (count > mostBytes)
+            return std::nullopt;
+        if (read == 0) {
+            bytes.resize(count);
+            return bytes;
+        }
+    }
+}
+
+void writeWholeFile(const fs::path& file, std::string_view bytes)
+{
+    const auto fail = [&](const std::error_code& reason) {
+        throw std::runtime_error("cannot write " + file.native() + ": " + reason.message());
+    };
+    std::error_code reason;
+    fs::create_directories(file.parent_path(), reason);
+    if (reason)
+        fail(reason);
+    Temporary temporary(temporaryFor(file));
+    const Descriptor opened(::open(temporary.path().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+    if (!opened || !writeAll(opened.number(), bytes) || !temporary.rename(file))
+        fail({errno, std::generic_category()});
 }
 
 } // namespace simulator

@@ -1,12 +1,24 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
+#include <optional>
+#include <string>
 #include <string_view>
+
+#include "simulator/foundation/Descriptor.hpp"
 
 namespace simulator {
 
-/// Puts the bytes into a file, with the folders on the way to it. The file is replaced whole: no reader ever sees half of it.
-/// Throws std::runtime_error when it cannot be written.
+/// A regular file, or a link to one, opened for reading. Anything else (a pipe, which would keep the reader waiting for a
+/// writer; a folder; a device) gives none, with errno set.
+Descriptor openRegularFile(const std::filesystem::path& file);
+
+/// The bytes of a regular file; none when there is no such file, it cannot be read, or it has more than `mostBytes`.
+std::optional<std::string> readWholeFile(const std::filesystem::path& file, std::size_t mostBytes);
+
+/// Puts the bytes into a file, with the folders on the way to it. The file is replaced whole: no reader ever sees half of it,
+/// and nothing else is left of a writer that was killed. Throws std::runtime_error with the reason when it cannot be written.
 void writeWholeFile(const std::filesystem::path& file, std::string_view bytes);
 
 } // namespace simulator

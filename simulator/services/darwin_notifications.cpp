@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
@@ -17,6 +16,7 @@
 #include "platform/Foundation/CFNotificationCenter.hpp"
 #include "simulator/foundation/Descriptor.hpp"
 #include "simulator/foundation/phone_root.hpp"
+#include "simulator/foundation/processes.hpp"
 #include "simulator/foundation/strings.hpp"
 
 /// Each SpringBoard listens on a socket of its own, named by its process number, in the phone's "/var/run/notifications".
@@ -67,15 +67,10 @@ Descriptor newSocket(int flags)
     return Descriptor(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | flags, 0));
 }
 
-bool processIsGone(const std::string& socketName)
-{
-    return ::kill(std::atoi(socketName.c_str()), 0) != 0 && errno == ESRCH;
-}
-
 void removeSocketsOfGoneProcesses(const std::filesystem::path& folder)
 {
     for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        if (processIsGone(entry.path().filename()))
+        if (processIsGone(entry.path().filename().native()))
             std::filesystem::remove(entry.path());
     }
 }
