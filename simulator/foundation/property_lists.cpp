@@ -1,50 +1,72 @@
 #include "simulator/foundation/property_lists.hpp"
 
-#include <fstream>
-#include <iterator>
+#include <optional>
+#include <stdexcept>
 #include <string>
-#include <utility>
+#include <system_error>
 
+#include <unicode/ucnv.h>
+
+#include "platform/runtime/AutoreleasePool.hpp"
 #include "simulator/foundation/foundation.hpp"
 #include "simulator/foundation/phone_root.hpp"
+#include "simulator/foundation/property_list_forms.hpp"
 #include "simulator/foundation/strings.hpp"
-#include "simulator/foundation/system_log.hpp"
 #include "simulator/foundation/whole_file.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 
-/// GNUstep reads only XML through dictionaryWithContentsOfFile: and complains on standard error about a file it cannot
-/// read; the phone reads binary ones as well and says nothing ("Property List Programming Guide").
+/// The phone reads property lists of every form, says nothing about one that it cannot read ("Property List Programming
+/// Guide"), and survives every file. GNUstep's readers do neither, so these are our own.
 
 namespace simulator {
 
 namespace {
 
 constexpr NSUInteger binaryFormat = 200;
+constexpr std::size_t mostBytes = std::size_t{16} << 20;
 
-/// Keeps Foundation's own complaints off standard error for a scope.
-class Silence {
-public:
-    Silence() : previous_(std::exchange(_NSLog_printf_handler, +[](NSString*) {})) {}
-    Silence(const Silence&) = delete;
-    Silence& operator=(const Silence&) = delete;
-    ~Silence() { _NSLog_printf_handler = previous_; }
-
-private:
-    void (*previous_)(NSString*);
-};
-
-id parse(const std::string& bytes)
+/// The encoding that a file's first bytes mark, or else its XML declaration names.
+std::string encodingOf(std::string_view bytes)
 {
-    const Silence silence;
-    const id contents = send<"dataWithBytes:length:", id>(classNamed<"NSData">(), bytes.data(), NSUInteger{bytes.size()});
-    try {
-        return send<"propertyListWithData:options:format:error:", id>(classNamed<"NSPropertyListSerialization">(), contents,
-                                                                      NSUInteger{0}, static_cast<NSUInteger*>(nullptr),
-                                                                      static_cast<id*>(nullptr));
-    } catch (...) {
-        // The parser raises on some of what is no property list at all.
-        return nullptr;
-    }
+    UErrorCode status = U_ZERO_ERROR;
+    if (const char* const marked =
+            ucnv_detectUnicodeSignature(bytes.data(), static_cast<std::int32_t>(bytes.size()), nullptr, &status))
+        return marked;
+    constexpr std::string_view attribute = " encoding=";
+    const std::string_view declaration = bytes.substr(0, bytes.find("?>"));
+    const std::size_t found = declaration.find(attribute);
+    if (!declaration.starts_with("<?xml") || found == std::string_view::npos)
+        return "UTF-8";
+    const std::string_view value = declaration.substr(found + attribute.size());
+    return std::string(value.substr(std::min<std::size_t>(1, value.size()), value.find_first_of("\"'", 1) - 1));
+}
+
+std::u16string decoded(std::string_view bytes)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    UConverter* const converter = ucnv_open(encodingOf(bytes).c_str(), &status);
+    ucnv_setToUCallBack(converter, UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
+    // No encoding has more characters than bytes.
+    std::u16string text(2 * bytes.size(), u'\0');
+    const std::int32_t length = ucnv_toUChars(converter, text.data(), static_cast<std::int32_t>(text.size()), bytes.data(),
+                                              static_cast<std::int32_t>(bytes.size()), &status);
+    ucnv_close(converter);
+    if (U_FAILURE(status))
+        throw NoPropertyList();
+    text.resize(static_cast<std::size_t>(length));
+    constexpr char16_t mark = 0xfeff;
+    return text.starts_with(mark) ? text.substr(1) : text;
+}
+
+/// The root of a list in whatever form.
+id parse(std::string_view bytes)
+{
+    if (bytes.starts_with(binaryMark))
+        return readBinaryForm(bytes);
+    const std::u16string text = decoded(bytes);
+    const std::size_t start = text.find_first_not_of(u" \t\r\n");
+    const bool isXML = start != std::u16string::npos && text[start] == '<';
+    return isXML ? readXMLForm(text) : readOldForm(text);
 }
 
 NSDictionary* dictionaryWithContentsOfFile(NSObject*, SEL, NSString* path)
@@ -56,21 +78,32 @@ NSDictionary* dictionaryWithContentsOfFile(NSObject*, SEL, NSString* path)
 
 NSDictionary* readPropertyList(const std::filesystem::path& file)
 {
-    std::error_code unreadable;
-    if (!std::filesystem::is_regular_file(file, unreadable))
-        return nullptr;
-    std::ifstream stream(file, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream || bytes.empty())
-        return nullptr;
-    const id root = parse(bytes);
-    return root->isKindOfClass(classNamed<"NSDictionary">()) ? static_cast<NSDictionary*>(root) : nullptr;
+    const auto bytes = readWholeFile(file, mostBytes);
+    return bytes ? propertyListIn(*bytes) : nullptr;
+}
+
+NSDictionary* propertyListIn(std::string_view bytes)
+{
+    Owned<NSDictionary> dictionary;
+    {
+        const AutoreleasePool pool;
+        try {
+            const id root = parse(bytes);
+            if (root->isKindOfClass(classNamed<"NSDictionary">()))
+                dictionary = static_cast<NSDictionary*>(root);
+        } catch (const NoPropertyList&) {
+            return nullptr;
+        }
+    }
+    return dictionary.autorelease();
 }
 
 void writePropertyList(NSDictionary* root, const std::filesystem::path& file)
 {
     const id contents = send<"dataWithPropertyList:format:options:error:", id>(
         classNamed<"NSPropertyListSerialization">(), root, binaryFormat, NSUInteger{0}, static_cast<id*>(nullptr));
+    if (contents == nullptr)
+        throw std::runtime_error("cannot write " + file.native() + ": it would be no property list");
     writeWholeFile(file, {send<"bytes", const char*>(contents), send<"length", NSUInteger>(contents)});
 }
 

@@ -1,14 +1,19 @@
 #pragma once
 
 #include <filesystem>
+#include <string_view>
 
 #include "platform/Foundation/NSDictionary.hpp"
 
 namespace simulator {
 
 /// A property list (XML, binary or in the old text form) on this machine whose root is a dictionary; anything else gives
-/// nil, without a word. Autoreleased.
+/// nil, without a word, and so does a list of more than a phone has room for (16 MiB of bytes, 512 containers within one
+/// another, and as many objects as ListAllowance has). Autoreleased.
 NSDictionary* readPropertyList(const std::filesystem::path& file);
+
+/// The same of a file's bytes.
+NSDictionary* propertyListIn(std::string_view bytes);
 
 /// Writes a binary property list. The file is replaced whole: no reader ever sees half of it. Throws std::runtime_error
 /// when it cannot be written.

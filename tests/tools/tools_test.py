@@ -71,6 +71,11 @@ def try_settings(springboard, settings, tree, folder):
     check("which ends well", phone.wait(60) == 0)
 
     check("it forgets the name", tool("forget").returncode == 0 and plistlib.loads(preferences.read_bytes()) == {"Other": 7})
+    (preferences.parent / f"{preferences.name}.4000000").write_bytes(b"half of a list")
+    preferences.write_bytes(b"{Name=" + 100_000 * b"(")
+    check("preferences that no phone can read are none", tool("show").stdout.startswith("Pal"))
+    check("and are replaced", tool("name", "Ana").returncode == 0 and plistlib.loads(preferences.read_bytes()) == {"Name": "Ana"})
+    check("with what a killed writer left", [file.name for file in preferences.parent.iterdir()] == [preferences.name])
     for words in (["--root", root], ["--root", root, "name"], ["--root", root, "rename", "Ana"], ["name", "Ana"],
                   ["--root", folder / "nowhere", "show"], ["--root", root, "show", "--respring"]):
         wrong = run(settings, *words)
