@@ -49,6 +49,33 @@ CGFloat clamped(CGFloat wanted, CGFloat before, CGFloat length, CGFloat after, C
     return std::clamp(wanted, least, std::max(least, length + after - visible));
 }
 
+CGPoint inRange(UIScrollView* self, CGPoint wanted)
+{
+    const auto& scroll = ivarsOf<ScrollViewState>(self);
+    const CGSize visible = self->bounds().size;
+    const UIEdgeInsets& inset = scroll.contentInset;
+    return {clamped(wanted.x, inset.left, scroll.contentSize.width, inset.right, visible.width),
+            clamped(wanted.y, inset.top, scroll.contentSize.height, inset.bottom, visible.height)};
+}
+
+/// What the offset may be has changed.
+void comeBackIntoRange(NSObject* self)
+{
+    auto* const view = static_cast<UIScrollView*>(self);
+    const CGPoint offset = view->contentOffset();
+    if (inRange(view, offset) != offset)
+        view->setContentOffset(inRange(view, offset));
+}
+
+template <FixedString Setter>
+void setRect(UIScrollView* self, SEL, CGRect rect)
+{
+    const CGSize before = self->bounds().size;
+    superOf<ScrollViewState, Setter>(self, rect);
+    if (self->bounds().size != before)
+        comeBackIntoRange(self);
+}
+
 void _handlePan(UIScrollView* self, SEL, UIPanGestureRecognizer* pan)
 {
     auto& scroll = ivarsOf<ScrollViewState>(self);
@@ -57,11 +84,7 @@ void _handlePan(UIScrollView* self, SEL, UIPanGestureRecognizer* pan)
     if (pan->state() == UIGestureRecognizerStateBegan)
         scroll.offsetAtStart = self->contentOffset();
     const CGPoint moved = pan->translationInView(self);
-    const CGSize visible = self->bounds().size;
-    const UIEdgeInsets& inset = scroll.contentInset;
-    self->setContentOffset(
-        {clamped(scroll.offsetAtStart.x - moved.x, inset.left, scroll.contentSize.width, inset.right, visible.width),
-         clamped(scroll.offsetAtStart.y - moved.y, inset.top, scroll.contentSize.height, inset.bottom, visible.height)});
+    self->setContentOffset(inRange(self, {scroll.offsetAtStart.x - moved.x, scroll.offsetAtStart.y - moved.y}));
 }
 
 /// Contents that stand at their beginning stay there when the inset changes.
@@ -69,9 +92,11 @@ void setContentInset(UIScrollView* self, SEL, UIEdgeInsets inset)
 {
     auto& present = ivarsOf<ScrollViewState>(self).contentInset;
     const CGPoint offset = self->contentOffset();
-    if (offset.x == -present.left && offset.y == -present.top)
-        self->setContentOffset({-inset.left, -inset.top});
+    const bool standAtBeginning = offset.x == -present.left && offset.y == -present.top;
     present = inset;
+    if (standAtBeginning)
+        self->setContentOffset({-inset.left, -inset.top});
+    comeBackIntoRange(self);
 }
 
 } // namespace
@@ -80,7 +105,9 @@ void registerUIScrollView()
 {
     SimulatedClass<ScrollViewState>("UIScrollView", "UIView")
         .method<"initWithFrame:">(initWithFrame)
-        .property<&ScrollViewState::contentSize, redraw>("contentSize")
+        .method<"setFrame:">(setRect<"setFrame:">)
+        .method<"setBounds:">(setRect<"setBounds:">)
+        .property<&ScrollViewState::contentSize, comeBackIntoRange>("contentSize")
         .method<"contentOffset">(contentOffset)
         .method<"setContentOffset:">(setContentOffset)
         .readOnly<&ScrollViewState::contentInset>("contentInset")

@@ -157,6 +157,33 @@ TEST(OneNotification, BringsTheStripToScrollWhenItIsOneApplicationTooMany)
     EXPECT_THAT(lines, ElementsAre(Json({0, 0}), Json({132, 0}), Json({0, 0})));
 }
 
+TEST(OneNotification, IsSeenInAStripThatWasScrolledBeforeItWasEmptied)
+{
+    for (const char* screen : {"320x568@2", "375x667@2", "414x736@3"}) {
+        Console console;
+        console.options = {"--screen", screen};
+        const auto lines = linesOf(console, "clock 2014-03-05T08:30:00\n"
+                                            "lock\n"
+                                            "notify org.example.a\n"
+                                            "notify org.example.b\n"
+                                            "notify org.example.c\n"
+                                            "notify org.example.d\n"
+                                            "notify org.example.e\n"
+                                            "notify org.example.f\n"
+                                            "swipe appsView left\n"
+                                            "swipe appsView left\n"
+                                            "show appsView.contentOffset\n"
+                                            "clear\n"
+                                            "show appsView.contentOffset\n"
+                                            "notify org.example.a\n"
+                                            "show appsView.contentOffset\n");
+        ASSERT_EQ(lines.size(), 3U);
+        EXPECT_NE(lines[0], Json({0, 0})) << screen;
+        EXPECT_EQ(lines[1], Json({0, 0})) << screen;
+        EXPECT_EQ(lines[2], Json({0, 0})) << screen;
+    }
+}
+
 TEST(OneNotification, IsSeenOnTheConsoleAllTheWay)
 {
     const Console console;
