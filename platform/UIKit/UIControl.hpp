@@ -4,6 +4,10 @@
 
 enum UIControlEvents : NSUInteger {
     UIControlEventTouchDown = 1 << 0,
+    UIControlEventTouchDragInside = 1 << 2,
+    UIControlEventTouchDragOutside = 1 << 3,
+    UIControlEventTouchDragEnter = 1 << 4,
+    UIControlEventTouchDragExit = 1 << 5,
     UIControlEventTouchUpInside = 1 << 6,
     UIControlEventTouchUpOutside = 1 << 7,
     UIControlEventTouchCancel = 1 << 8,

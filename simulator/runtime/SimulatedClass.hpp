@@ -68,6 +68,14 @@ public:
         return *this;
     }
 
+    /// The same, with the getter `isName` of a BOOL property.
+    template <auto Member>
+    SimulatedClass& readOnlyFlag(const char* name)
+    {
+        addNamed(flagName(name).c_str(), &getFlag<Member>);
+        return *this;
+    }
+
 private:
     template <class Getter, class Setter>
     void addAccessors(const char* getterName, Getter getter, const char* name, Setter setter)

@@ -1,5 +1,6 @@
 #include "simulator/uikit/UIControl.hpp"
 
+#include <utility>
 #include <vector>
 
 #include "platform/Foundation/NSSet.hpp"
@@ -58,39 +59,55 @@ NSUInteger state(UIControl* self, SEL)
     return state;
 }
 
-bool isInside(UIControl* self, NSSet* touches)
+/// A finger that came down on the control is taken to be inside for as long as it is no farther away than this, in points.
+constexpr CGFloat reach = 70;
+
+bool isWithinReach(UIControl* self, NSSet* touches)
 {
     const CGPoint point = touches->anyObject<UITouch>()->locationInView(self);
-    return self->pointInside_withEvent(point, nullptr);
+    const auto [origin, size] = self->bounds();
+    return point.x >= origin.x - reach && point.x < origin.x + size.width + reach && point.y >= origin.y - reach &&
+           point.y < origin.y + size.height + reach;
 }
 
 void touchesBegan_withEvent(UIControl* self, SEL, NSSet*, UIEvent*)
 {
     if (!self->isEnabled())
         return;
-    ivarsOf<ControlState>(self).isTracking = true;
+    auto& control = ivarsOf<ControlState>(self);
+    control.tracking = true;
+    control.touchInside = true;
     self->setHighlighted(true);
     self->sendActionsForControlEvents(UIControlEventTouchDown);
 }
 
 void touchesMoved_withEvent(UIControl* self, SEL, NSSet* touches, UIEvent*)
 {
-    if (ivarsOf<ControlState>(self).isTracking)
-        self->setHighlighted(isInside(self, touches));
+    auto& control = ivarsOf<ControlState>(self);
+    if (!control.tracking)
+        return;
+    const bool wasInside = std::exchange(control.touchInside, isWithinReach(self, touches));
+    self->setHighlighted(control.touchInside);
+    NSUInteger events = control.touchInside ? UIControlEventTouchDragInside : UIControlEventTouchDragOutside;
+    if (control.touchInside != wasInside)
+        events |= control.touchInside ? UIControlEventTouchDragEnter : UIControlEventTouchDragExit;
+    self->sendActionsForControlEvents(static_cast<UIControlEvents>(events));
 }
 
 void endTracking(UIControl* self, UIControlEvents event)
 {
-    if (!ivarsOf<ControlState>(self).isTracking)
+    auto& control = ivarsOf<ControlState>(self);
+    if (!control.tracking)
         return;
-    ivarsOf<ControlState>(self).isTracking = false;
+    control.tracking = false;
+    control.touchInside = false;
     self->setHighlighted(false);
     self->sendActionsForControlEvents(event);
 }
 
 void touchesEnded_withEvent(UIControl* self, SEL, NSSet* touches, UIEvent*)
 {
-    endTracking(self, isInside(self, touches) ? UIControlEventTouchUpInside : UIControlEventTouchUpOutside);
+    endTracking(self, isWithinReach(self, touches) ? UIControlEventTouchUpInside : UIControlEventTouchUpOutside);
 }
 
 void touchesCancelled_withEvent(UIControl* self, SEL, NSSet*, UIEvent*)
@@ -106,6 +123,8 @@ void registerUIControl()
         .flag<&ControlState::enabled, stateChanged>("enabled")
         .flag<&ControlState::highlighted, stateChanged>("highlighted")
         .flag<&ControlState::selected, stateChanged>("selected")
+        .readOnlyFlag<&ControlState::tracking>("tracking")
+        .readOnlyFlag<&ControlState::touchInside>("touchInside")
         .method<"state">(state)
         .method<"addTarget:action:forControlEvents:">(addTarget_action_forControlEvents)
         .method<"actionsForTarget:forControlEvent:">(actionsForTarget_forControlEvent)

@@ -19,7 +19,8 @@ struct ControlState {
     bool enabled = true;
     bool highlighted = false;
     bool selected = false;
-    bool isTracking = false;
+    bool tracking = false;
+    bool touchInside = false;
 };
 
 } // namespace simulator
