@@ -4,7 +4,7 @@
 #include "simulator/uikit/UIGestureRecognizer.hpp"
 #include "simulator/uikit/uikit.hpp"
 
-/// Recognises a quick stroke that is clearly along one axis.
+/// Recognises a stroke along one axis: a slow one must be straight and may be short, a fast one may slant and must be long.
 
 namespace simulator {
 
@@ -14,16 +14,34 @@ struct SwipeGestureState {
     NSUInteger direction = UISwipeGestureRecognizerDirectionRight;
 };
 
-constexpr CGFloat shortestStroke = 50;
-constexpr NSTimeInterval longestStroke = 0.5;
+/// What is asked of a stroke.
+struct Demand {
+    /// In points along its axis.
+    CGFloat length;
+    /// How far it may stray to the side, by its length.
+    CGFloat slant;
+};
 
-/// The direction of a stroke that is clearly along one axis; 0 for any other.
-NSUInteger directionOf(CGFloat x, CGFloat y)
+constexpr NSTimeInterval longestStroke = 0.5;
+constexpr Demand ofTheFastest{70, 0.8};
+constexpr Demand ofTheSlowest{30, 0.3};
+
+Demand demandAfter(NSTimeInterval time)
 {
-    constexpr CGFloat slant = 0.6;
-    if (std::abs(x) >= shortestStroke && std::abs(y) <= slant * std::abs(x))
+    const auto slowness = static_cast<CGFloat>(time / longestStroke);
+    return {std::lerp(ofTheFastest.length, ofTheSlowest.length, slowness),
+            std::lerp(ofTheFastest.slant, ofTheSlowest.slant, slowness)};
+}
+
+/// The direction of a stroke that meets the demand along one axis; 0 for any other.
+NSUInteger directionOf(CGFloat x, CGFloat y, Demand demand)
+{
+    const auto goesAlong = [demand](CGFloat main, CGFloat side) {
+        return std::abs(main) >= demand.length && std::abs(side) <= demand.slant * std::abs(main);
+    };
+    if (goesAlong(x, y))
         return x > 0 ? UISwipeGestureRecognizerDirectionRight : UISwipeGestureRecognizerDirectionLeft;
-    if (std::abs(y) >= shortestStroke && std::abs(x) <= slant * std::abs(y))
+    if (goesAlong(y, x))
         return y > 0 ? UISwipeGestureRecognizerDirectionDown : UISwipeGestureRecognizerDirectionUp;
     return 0;
 }
@@ -32,11 +50,13 @@ void touchesMoved_withEvent(UISwipeGestureRecognizer* self, SEL, NSSet* touches,
 {
     superOf<SwipeGestureState, "touchesMoved:withEvent:">(self, touches, event);
     const auto& gesture = ivarsOf<GestureState>(self);
-    if (touches->anyObject<UITouch>()->timestamp() - gesture.startTime > longestStroke) {
+    const NSTimeInterval time = touches->anyObject<UITouch>()->timestamp() - gesture.startTime;
+    if (time > longestStroke) {
         self->setState(UIGestureRecognizerStateFailed);
         return;
     }
-    const NSUInteger made = directionOf(gesture.location.x - gesture.start.x, gesture.location.y - gesture.start.y);
+    const NSUInteger made =
+        directionOf(gesture.location.x - gesture.start.x, gesture.location.y - gesture.start.y, demandAfter(time));
     if ((made & self->direction()) != 0)
         self->setState(UIGestureRecognizerStateEnded);
 }

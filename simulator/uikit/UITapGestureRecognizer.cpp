@@ -4,7 +4,7 @@
 #include "simulator/uikit/UIGestureRecognizer.hpp"
 #include "simulator/uikit/uikit.hpp"
 
-/// Recognises a number of taps that follow each other quickly in about the same place.
+/// Recognises a number of short taps that follow each other quickly in about the same place.
 
 namespace simulator {
 
@@ -18,6 +18,7 @@ struct TapGestureState {
 };
 
 constexpr NSTimeInterval longestPause = 0.35;
+constexpr NSTimeInterval longestTouch = 0.75;
 constexpr CGFloat farthestTap = 45;
 
 CGFloat distance(CGPoint a, CGPoint b)
@@ -38,21 +39,39 @@ void touchesBegan_withEvent(UITapGestureRecognizer* self, SEL, NSSet* touches, U
     }
 }
 
+/// Whether the finger has stayed too long or moved off by now.
+bool isNoTap(const GestureState& gesture, NSSet* touches)
+{
+    return touches->anyObject<UITouch>()->timestamp() - gesture.startTime > longestTouch ||
+           distance(gesture.location, gesture.start) > farthestTap;
+}
+
+void touchesMoved_withEvent(UITapGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
+{
+    superOf<TapGestureState, "touchesMoved:withEvent:">(self, touches, event);
+    if (isNoTap(ivarsOf<GestureState>(self), touches))
+        self->setState(UIGestureRecognizerStateFailed);
+}
+
 void touchesEnded_withEvent(UITapGestureRecognizer* self, SEL, NSSet* touches, UIEvent* event)
 {
     superOf<TapGestureState, "touchesEnded:withEvent:">(self, touches, event);
     auto& tap = ivarsOf<TapGestureState>(self);
-    const auto& gesture = ivarsOf<GestureState>(self);
-    if (distance(gesture.location, gesture.start) > farthestTap) {
-        tap.taps = 0;
+    if (isNoTap(ivarsOf<GestureState>(self), touches)) {
         self->setState(UIGestureRecognizerStateFailed);
         return;
     }
     tap.lastTime = touches->anyObject<UITouch>()->timestamp();
-    if (++tap.taps >= tap.numberOfTapsRequired) {
-        tap.taps = 0;
+    if (++tap.taps >= tap.numberOfTapsRequired)
         self->setState(UIGestureRecognizerStateEnded);
-    }
+}
+
+/// Whatever decides the gesture, the count begins anew.
+void setState(UITapGestureRecognizer* self, SEL, UIGestureRecognizerState state)
+{
+    superOf<TapGestureState, "setState:">(self, state);
+    if (state != UIGestureRecognizerStatePossible)
+        ivarsOf<TapGestureState>(self).taps = 0;
 }
 
 } // namespace
@@ -62,7 +81,9 @@ void registerUITapGestureRecognizer()
     SimulatedClass<TapGestureState>("UITapGestureRecognizer", "UIGestureRecognizer")
         .property<&TapGestureState::numberOfTapsRequired>("numberOfTapsRequired")
         .method<"touchesBegan:withEvent:">(touchesBegan_withEvent)
+        .method<"touchesMoved:withEvent:">(touchesMoved_withEvent)
         .method<"touchesEnded:withEvent:">(touchesEnded_withEvent)
+        .method<"setState:">(setState)
         .registerClass();
 }
 
