@@ -9,6 +9,7 @@
 #include "simulator/console/waiting.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
+#include "simulator/uikit/touch_input.hpp"
 
 /// The log, the picture, the time that passes, the end.
 
@@ -36,6 +37,7 @@ void sleepFor(Console&, Words arguments)
     if (!seconds || !(*seconds >= 0 && *seconds <= longest))
         throw BadLine('"' + arguments[0] + "\" is no number of seconds from 0 to " + std::to_string(static_cast<int>(longest)));
     waitFor(std::chrono::duration<double>(*seconds));
+    passFingerTime(*seconds);
 }
 
 void quit(Console& console, Words)

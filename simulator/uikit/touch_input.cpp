@@ -169,6 +169,11 @@ bool fingerIsDown()
     return finger().touch != nullptr;
 }
 
+void passFingerTime(double seconds)
+{
+    now += seconds;
+}
+
 void tap(UIWindow* window, CGPoint point, int times)
 {
     touchDown(window, point);

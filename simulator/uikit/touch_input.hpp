@@ -24,6 +24,8 @@ void touchUp(CGPoint point, double pause = pauseInGesture);
 /// Lifts the finger where it is.
 void touchUp();
 bool fingerIsDown();
+/// The finger stays where it is, on the screen or off it.
+void passFingerTime(double seconds);
 
 /// Taps in quick succession, so that `times` of them count as one multiple tap.
 void tap(UIWindow* window, CGPoint point, int times);

@@ -416,6 +416,12 @@ const std::string showRows = "show listView._tableView.visibleCells[0].isHighlig
                              "show listView._tableView.visibleCells[1].isSelected\n";
 const std::string showOffset = "show listView._tableView.contentOffset\n";
 
+/// A view v whose taps t are counted: the recogniser's action adds it to an array.
+const std::string countedTaps = "lock\nlet v send UIView alloc\nlet v send v initWithFrame: 0,0,100,100\nadd v 100,200\n"
+                                "let log send NSMutableArray new\n"
+                                "let t send UITapGestureRecognizer alloc\nlet t send t initWithTarget:action: @log addObject:\n"
+                                "send v addGestureRecognizer: @t\n";
+
 } // namespace
 
 TEST(PressCommand, HighlightsTheRowUnderTheFinger)
@@ -452,6 +458,14 @@ TEST(ReleaseCommand, DoesNothingWithoutAFinger)
                 ElementsAre(false, false, false, false));
 }
 
+TEST(ReleaseCommand, EndsATapWhenItComesSoonEnough)
+{
+    const std::string count = "show log.count\n";
+    EXPECT_THAT(linesOf(StockConsole(), countedTaps + "press v\nrelease\n" + count + "press v\nsleep 0.2\nrelease\n" + count +
+                                            "press v\nsleep 0.9\nrelease\n" + count + "tap v\n" + count),
+                ElementsAre(nullptr, 1, 2, 2, 3));
+}
+
 TEST(TapCommand, SelectsTheRow)
 {
     EXPECT_THAT(linesOf(StockConsole(), twoRows + "tap 160,80\n" + showRows), ElementsAre(false, false, true, false));
@@ -471,13 +485,12 @@ TEST(TapCommand, DoesNothingOutsideTheRows)
 
 TEST(TapCommand, CountsItsTaps)
 {
-    // The recogniser's action is a message to a string, whose text is its mark.
-    const std::string script = "lock\nlet v send UIView alloc\nlet v send v initWithFrame: 0,0,100,100\nadd v 100,200\n"
-                               "let log send NSMutableArray new\n"
-                               "let t send UITapGestureRecognizer alloc\nlet t send t initWithTarget:action: @log addObject:\n"
-                               "send t setNumberOfTapsRequired: 2\nsend v addGestureRecognizer: @t\n";
-    EXPECT_THAT(linesOf(StockConsole(), script + "tap v\nshow log.count\ntap v 2\nshow log.count\ntap v 3\nshow log.count\n"),
-                ElementsAre(nullptr, nullptr, 0, 1, 2));
+    EXPECT_THAT(
+        linesOf(
+            StockConsole(),
+            countedTaps +
+                "send t setNumberOfTapsRequired: 2\ntap v\nshow log.count\ntap v 2\nshow log.count\ntap v 3\nshow log.count\n"),
+        ElementsAre(nullptr, nullptr, 0, 1, 2));
 }
 
 TEST(SwipeCommand, ScrollsALongList)
