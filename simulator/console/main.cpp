@@ -141,6 +141,7 @@ int runSpringBoard(const Options& options, char** arguments)
     if (continuation)
         surroundings() = continuation->surroundings;
     openSystemLog();
+    choosePhoneSystem(options.system);
     launchSpringBoard(options.screen);
     openDarwinNotifications();
     std::optional<Window> window;

@@ -31,6 +31,14 @@ void setScreen(Options& options, const std::string& text)
     options.screen = {static_cast<CGFloat>(width), static_cast<CGFloat>(height), static_cast<double>(scale)};
 }
 
+void setSystem(Options& options, const std::string& version)
+{
+    const auto system = systemOfVersion(version);
+    if (!system)
+        throw std::invalid_argument("--system: \"" + version + "\" is none of " + systemVersions());
+    options.system = *system;
+}
+
 struct Option {
     std::string_view name;
     /// Empty for an option without a value.
@@ -43,6 +51,7 @@ constexpr Option table[] = {
     {"--root", "DIR", "the phone's file tree; a new or empty folder is filled with the installed one",
      [](Options& options, const std::string& value) { options.root = value; }},
     {"--screen", "WxH[@S]", "the screen in points and its scale; 320x568@2 without it", setScreen},
+    {"--system", "VERSION", "the system that the phone runs: 7.0|7.0.4|7.1|8.1|8.4; 8.1 without it", setSystem},
     {"--script", "FILE", "the commands to run, - for standard input; without it a window, or a scene that takes a picture",
      [](Options& options, const std::string& value) { options.script = value; }},
     {"--window", "", "shows the screen in a window, behind the script if there is one; so does a display without a script",

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "simulator/foundation/phone_system.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 
 namespace simulator {
@@ -15,6 +16,7 @@ struct Options {
     /// The phone's file tree.
     std::optional<std::filesystem::path> root;
     ScreenSize screen;
+    System system = phoneSystem();
     /// A file, or "-" for standard input.
     std::optional<std::filesystem::path> script;
     std::vector<std::filesystem::path> libraries;

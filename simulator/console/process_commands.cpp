@@ -7,15 +7,21 @@
 #include "simulator/console/numbers.hpp"
 #include "simulator/console/report.hpp"
 #include "simulator/console/waiting.hpp"
+#include "simulator/foundation/phone_system.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 #include "simulator/uikit/touch_input.hpp"
 
-/// The log, the picture, the time that passes, the end.
+/// The system, the log, the picture, the time that passes, the end.
 
 namespace simulator {
 
 namespace {
+
+void tellSystem(Console&, Words)
+{
+    report(std::string(versionOf(phoneSystem())));
+}
 
 void takeLog(Console&, Words)
 {
@@ -50,6 +56,7 @@ void quit(Console& console, Words)
 std::span<const Command> processCommands()
 {
     static constexpr Command commands[] = {
+        {"system", "", 0, 0, false, tellSystem},
         {"log", "", 0, 0, false, takeLog},
         {"screenshot", "FILE", 1, 1, false, takeScreenshot},
         {"sleep", "SECONDS", 1, 1, false, sleepFor},

@@ -7,6 +7,7 @@
 #include "platform/SpringBoard/SBApplication.hpp"
 #include "platform/UIKit/UIScreen.hpp"
 #include "simulator/foundation/phone_root.hpp"
+#include "simulator/foundation/phone_system.hpp"
 #include "simulator/foundation/property_lists.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
@@ -63,7 +64,7 @@ SBApplicationController* sharedInstance(Class cls, SEL)
     return controller;
 }
 
-SBApplication* applicationWithBundleIdentifier(SBApplicationController* self, SEL, NSString* identifier)
+SBApplication* applicationWithIdentifier(SBApplicationController* self, SEL, NSString* identifier)
 {
     const auto& applications = ivarsOf<ApplicationControllerState>(self).applications;
     const auto found = applications.find(toUTF8(identifier));
@@ -113,9 +114,14 @@ UIImage* applicationIconImage(Class, SEL, NSString* bundleIdentifier, int format
 
 } // namespace
 
+SBApplication* installedApplication(NSString* bundleIdentifier)
+{
+    return applicationWithIdentifier(SBApplicationController::sharedInstance(), nullptr, bundleIdentifier);
+}
+
 UIImage* applicationIcon(NSString* bundleIdentifier, int format, CGFloat scale)
 {
-    return iconOf(SBApplicationController::sharedInstance()->applicationWithBundleIdentifier(bundleIdentifier), format, scale);
+    return iconOf(installedApplication(bundleIdentifier), format, scale);
 }
 
 void registerApplications()
@@ -124,11 +130,14 @@ void registerApplications()
         .readOnly<&ApplicationState::bundleIdentifier>("bundleIdentifier")
         .readOnly<&ApplicationState::displayName>("displayName")
         .registerClass();
-    SimulatedClass<ApplicationControllerState>("SBApplicationController", "NSObject")
-        .classMethod<"sharedInstance">(sharedInstance)
-        .method<"init">(initController)
-        .method<"applicationWithBundleIdentifier:">(applicationWithBundleIdentifier)
-        .registerClass();
+    const Class controller = SimulatedClass<ApplicationControllerState>("SBApplicationController", "NSObject")
+                                 .classMethod<"sharedInstance">(sharedInstance)
+                                 .method<"init">(initController)
+                                 .registerClass();
+    if (phoneSystem() < System::v8_1)
+        addMethod<"applicationWithDisplayIdentifier:">(controller, &applicationWithIdentifier);
+    else
+        addMethod<"applicationWithBundleIdentifier:">(controller, &applicationWithIdentifier);
     SimulatedClass<ApplicationIconState>("SBApplicationIcon", "NSObject")
         .method<"initWithApplication:">(initWithApplication)
         .method<"generateIconImage:">(generateIconImage)

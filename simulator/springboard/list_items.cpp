@@ -68,8 +68,7 @@ NSString* bulletinTitle(SBAwayBulletinListItem* self, SEL)
     BBBulletin* const bulletin = self->activeBulletin();
     if (bulletin->title() != nullptr)
         return bulletin->title();
-    SBApplication* const application =
-        SBApplicationController::sharedInstance()->applicationWithBundleIdentifier(bulletin->sectionID());
+    SBApplication* const application = installedApplication(bulletin->sectionID());
     return application != nullptr ? application->displayName() : bulletin->sectionID();
 }
 

@@ -75,6 +75,8 @@ INSTANTIATE_TEST_SUITE_P(
                     BadOption{"RootWithoutAFolder", {"--root"}, "--root needs a value: DIR"},
                     BadOption{"ScriptWithoutAFile", {"--script="}, "--script needs a value: FILE"},
                     BadOption{"HelpWithAValue", {"--help=me"}, "--help takes no value"},
+                    BadOption{
+                        "SystemOfWhichNothingIsKnown", {"--system", "9.0"}, "--system: \"9.0\" is none of 7.0|7.0.4|7.1|8.1|8.4"},
                     BadOption{"ScreenWithoutAHeight", {"--screen", "320"}, screenForm},
                     BadOption{"ScreenTooSmall", {"--screen", "99x568"}, screenForm},
                     BadOption{"ScreenTooLarge", {"--screen", "320x2049"}, screenForm},
@@ -91,12 +93,12 @@ TEST(HelpOption, NamesEveryOptionAndCommand)
     const Outcome outcome = springboard({"--help"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.errors, "");
-    for (const char* option : {"--root", "--screen", "--script", "--load", "--help", "--version"})
+    for (const char* option : {"--root", "--screen", "--system", "--script", "--load", "--help", "--version"})
         EXPECT_THAT(outcome.output, HasSubstr(option));
     for (const char* command :
-         {"clock",   "weather", "units",    "name",   "post", "lock",     "layout", "notify",     "card",  "alert",
-          "unknown", "clear",   "teardown", "screen", "art",  "underlay", "event",  "tap",        "press", "release",
-          "swipe",   "show",    "tree",     "send",   "let",  "add",      "log",    "screenshot", "sleep", "quit"})
+         {"clock", "weather",  "units",  "name", "post",     "lock",       "layout", "notify", "card",    "alert", "unknown",
+          "clear", "teardown", "screen", "art",  "underlay", "event",      "tap",    "press",  "release", "swipe", "show",
+          "tree",  "send",     "let",    "add",  "log",      "screenshot", "sleep",  "system", "quit"})
         EXPECT_THAT(outcome.output, HasSubstr("\n  " + std::string(command))) << command;
 }
 

@@ -149,15 +149,19 @@ DayPlayer::DayPlayer(fs::path springboard)
 std::vector<std::string> DayPlayer::commandLine(const Setting& setting, const std::string& root, const std::string& script) const
 {
     const Screen& screen = setting.screen;
-    return {springboard_,
-            "--root",
-            root,
-            "--load",
-            probe_,
-            "--screen",
-            std::to_string(screen.width) + 'x' + std::to_string(screen.height) + '@' + std::to_string(screen.scale),
-            "--script",
-            script};
+    std::vector<std::string> words = {springboard_,
+                                      "--root",
+                                      root,
+                                      "--load",
+                                      probe_,
+                                      "--screen",
+                                      std::to_string(screen.width) + 'x' + std::to_string(screen.height) + '@' +
+                                          std::to_string(screen.scale),
+                                      "--script",
+                                      script};
+    const auto options = springboardOptions();
+    words.insert(words.end(), options.begin(), options.end());
+    return words;
 }
 
 std::optional<DayPlayer::Difference> DayPlayer::play(const Setting& setting, const std::vector<Step>& steps) const

@@ -32,7 +32,8 @@ namespace {
 std::vector<std::string> commandLine(const fs::path& root, const std::string& script, const std::vector<std::string>& options)
 {
     std::vector<std::string> words{springboardProgram(), "--root", root, "--script", script};
-    words.insert(words.end(), options.begin(), options.end());
+    for (const auto& more : {springboardOptions(), options})
+        words.insert(words.end(), more.begin(), more.end());
     return words;
 }
 

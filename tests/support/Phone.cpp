@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "simulator/foundation/phone_root.hpp"
+#include "simulator/foundation/phone_system.hpp"
 #include "simulator/foundation/surroundings.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/loader/injection.hpp"
@@ -18,6 +19,8 @@ Phone::Phone(const simulator::ScreenSize& screen)
         throw std::logic_error("a process has one phone: run each test in a process of its own, as ctest does");
     simulator::setPhoneRoot(tree_.root());
     simulator::openSystemLog();
+    if (const char* const version = std::getenv("SOLVANE_SYSTEM"))
+        simulator::choosePhoneSystem(simulator::systemOfVersion(version).value());
     simulator::launchSpringBoard(screen);
     simulator::openDarwinNotifications();
 }

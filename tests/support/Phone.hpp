@@ -10,6 +10,7 @@
 
 /// A SpringBoard in this process. There is one at the most in a process; between its making and inject(), a test puts in
 /// place what the library is to find.
+/// It runs the system that SOLVANE_SYSTEM names, if it names one.
 class Phone {
 public:
     explicit Phone(const simulator::ScreenSize& screen = {});

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <spawn.h>
@@ -70,6 +71,12 @@ private:
 std::string springboardProgram()
 {
     return SPRINGBOARD_PROGRAM;
+}
+
+std::vector<std::string> springboardOptions()
+{
+    const char* const system = std::getenv("SOLVANE_SYSTEM");
+    return system == nullptr ? std::vector<std::string>{} : std::vector<std::string>{"--system", system};
 }
 
 std::string notifypostProgram()

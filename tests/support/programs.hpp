@@ -19,6 +19,8 @@ struct Outcome {
 };
 
 std::string springboardProgram();
+/// The options of every springboard that a test starts: the system that SOLVANE_SYSTEM names, if it names one.
+std::vector<std::string> springboardOptions();
 std::string notifypostProgram();
 std::string pythonProgram();
 

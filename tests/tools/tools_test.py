@@ -26,7 +26,7 @@ def run(*words, **options):
 
 def try_tour(springboard, tree, folder):
     shutil.copytree(tree, folder / "tour-root")
-    played = run(springboard, "--root", folder / "tour-root", "--tour", folder / "tour", env=os.environ | {"DISPLAY": ""})
+    played = run(*springboard, "--root", folder / "tour-root", "--tour", folder / "tour", env=os.environ | {"DISPLAY": ""})
     check("the tour ends well and says nothing", (played.returncode, played.stdout, played.stderr) == (0, "", ""))
     pictures = sorted((folder / "tour").glob("*.png"))
     check("it leaves ten pictures", len(pictures) == 10)
@@ -55,7 +55,7 @@ def try_settings(springboard, settings, tree, folder):
     check("it shows the name", tool("show").stdout == "Ana Luísa\n")
 
     script = "lock\nshow userName\nsleep 0\n"
-    phone = subprocess.Popen([springboard, "--root", root, "--script", "-"], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+    phone = subprocess.Popen([*springboard, "--root", root, "--script", "-"], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
     phone.stdin.write(script)
     phone.stdin.flush()
     check("SpringBoard starts with it", phone.stdout.readline() == '"Ana Luísa"\n')
@@ -87,9 +87,10 @@ def main():
         sys.exit(__doc__)
     springboard, settings, tree = (pathlib.Path(word).resolve() for word in sys.argv[1:])
     tree = pathlib.Path(os.environ.get("SOLVANE_PHONE_TREE", tree))
+    system = ["--system", os.environ["SOLVANE_SYSTEM"]] if "SOLVANE_SYSTEM" in os.environ else []
     with tempfile.TemporaryDirectory() as name:
-        try_tour(springboard, tree, pathlib.Path(name))
-        try_settings(springboard, settings, tree, pathlib.Path(name))
+        try_tour([springboard, *system], tree, pathlib.Path(name))
+        try_settings([springboard, *system], settings, tree, pathlib.Path(name))
 
 
 main()

@@ -1,9 +1,11 @@
 #include "tests/transcripts/strip_tables.hpp"
+
 #include "tests/support/objects.hpp"
 
 #include <algorithm>
 
 #include "platform/UIKit/UIImage.hpp"
+#include "simulator/foundation/phone_system.hpp"
 #include "tests/support/Phone.hpp"
 #include "tests/transcripts/text_tables.hpp"
 
@@ -60,6 +62,12 @@ Rows identifier(const std::string& item, Kind kind, bool isFirst)
 Rows askingForIdentifier(const std::string& strip, const std::string& item, Kind kind, bool isFirst)
 {
     return Rows{strip + " identifierForListItem: " + item} + identifier(item, kind, isFirst);
+}
+
+std::string lookUpOfThisSystem()
+{
+    return simulator::phoneSystem() < simulator::System::v8_1 ? "applicationWithDisplayIdentifier:"
+                                                              : "applicationWithBundleIdentifier:";
 }
 
 Rows applicationIcon(const ApplicationIcon& icon)

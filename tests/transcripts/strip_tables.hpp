@@ -25,6 +25,9 @@ Rows kindOf(const std::string& item, Kind kind, bool isFirst = false);
 Rows identifier(const std::string& item, Kind kind, bool isFirst = false);
 Rows askingForIdentifier(const std::string& strip, const std::string& item, Kind kind, bool isFirst = false);
 
+/// The name of the method by which this phone's system finds an application.
+std::string lookUpOfThisSystem();
+
 /// iconForListItem: of an application's notification. `lookup` is the method by which the application is found, or empty where
 /// there is none.
 struct ApplicationIcon {
@@ -33,7 +36,7 @@ struct ApplicationIcon {
     /// In quotes, or "nil".
     std::string identifier;
     bool isFirst = false;
-    std::string lookup = "applicationWithBundleIdentifier:";
+    std::string lookup = lookUpOfThisSystem();
     bool isFound = true;
 };
 Rows applicationIcon(const ApplicationIcon& icon);

@@ -117,12 +117,13 @@ def main():
         sys.exit(__doc__)
     springboard, tree = (pathlib.Path(word).resolve() for word in sys.argv[1:])
     tree = pathlib.Path(os.environ.get("SOLVANE_PHONE_TREE", tree))
+    system = ["--system", os.environ["SOLVANE_SYSTEM"]] if "SOLVANE_SYSTEM" in os.environ else []
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         shutil.copytree(tree, folder / "root")
         display = Display(folder)
         environment = os.environ | {"DISPLAY": display.name, "SDL_VIDEODRIVER": "x11", "SDL_RENDER_DRIVER": "software"}
-        phone = subprocess.Popen([springboard, "--root", folder / "root"], cwd=folder, env=environment)
+        phone = subprocess.Popen([springboard, *system, "--root", folder / "root"], cwd=folder, env=environment)
         try:
             window = WindowOfThePhone(display)
             work(window, folder)
