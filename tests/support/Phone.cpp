@@ -16,7 +16,7 @@
 Phone::Phone(const simulator::ScreenSize& screen)
 {
     if (simulator::springBoardWindow() != nullptr)
-        throw std::logic_error("a process has one phone: run each test in a process of its own, as ctest does");
+        throw std::logic_error("a process has one phone: run each test in a process of its own");
     simulator::setPhoneRoot(tree_.root());
     simulator::openSystemLog();
     if (const char* const version = std::getenv("SOLVANE_SYSTEM"))
