@@ -20,7 +20,6 @@ public:
     void setItems(NSMutableArray* items) { send<"setItems:">(this, items); }
     /// From an application's identifier to its icon's view.
     NSMutableDictionary* iconImgViews() const { return send<"iconImgViews", NSMutableDictionary*>(this); }
-    void setIconImgViews(NSMutableDictionary* views) { send<"setIconImgViews:">(this, views); }
 
     /// What an item is grouped by: its application, card or title; "noIdentifier" for an item of an unknown kind. Nil for a
     /// notification that names no application.

@@ -107,6 +107,13 @@ TEST_F(CalendarTranscript, OfTheMonthsLength)
     expect<"getTotalDaysInCurrentMonth", NSInteger>(tables::monthLength(march));
 }
 
+TEST_F(CalendarTranscript, OfTheLengthOfAMonthWithoutTheDayOfCreation)
+{
+    const Owned<UIView> made = newCalendarOn("2014-01-31");
+    setMonth(made, 2014, 2);
+    Transcript().name("calendar", made).expect([&] { lengthOfShownMonth(made); }, tables::monthLength({.day = 28, .month = 2}));
+}
+
 TEST_F(CalendarTranscript, OfTheWeekdayOfTheFirst)
 {
     expect<"getOffsetDays", NSInteger>(tables::weekdayOfTheFirst(march));
