@@ -4,7 +4,7 @@ include(${CMAKE_CURRENT_LIST_DIR}/phone_architecture.cmake)
 include(${CMAKE_CURRENT_LIST_DIR}/precompiled_headers.cmake)
 
 file(GLOB simulator_sources CONFIGURE_DEPENDS
-    simulator/runtime/*.cpp simulator/graphics/*.cpp simulator/foundation/*.cpp
+    simulator/files/*.cpp simulator/runtime/*.cpp simulator/graphics/*.cpp simulator/foundation/*.cpp
     simulator/loader/*.cpp simulator/loader/macho/*.cpp
     simulator/quartzcore/*.cpp simulator/services/*.cpp simulator/uikit/*.cpp simulator/springboard/*.cpp)
 file(GLOB console_sources CONFIGURE_DEPENDS simulator/console/*.cpp)

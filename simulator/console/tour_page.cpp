@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "simulator/foundation/whole_file.hpp"
+#include "simulator/files/whole_file.hpp"
 
 namespace simulator {
 

@@ -12,7 +12,7 @@
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/property_list_forms.hpp"
 #include "simulator/foundation/strings.hpp"
-#include "simulator/foundation/whole_file.hpp"
+#include "simulator/files/whole_file.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 
 /// The phone reads property lists of every form, says nothing about one that it cannot read ("Property List Programming
@@ -104,6 +104,7 @@ void writePropertyList(NSDictionary* root, const std::filesystem::path& file)
         classNamed<"NSPropertyListSerialization">(), root, binaryFormat, NSUInteger{0}, static_cast<id*>(nullptr));
     if (contents == nullptr)
         throw std::runtime_error("cannot write " + file.native() + ": it would be no property list");
+    std::filesystem::create_directories(file.parent_path());
     writeWholeFile(file, {send<"bytes", const char*>(contents), send<"length", NSUInteger>(contents)});
 }
 

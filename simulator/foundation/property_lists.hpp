@@ -15,8 +15,8 @@ NSDictionary* readPropertyList(const std::filesystem::path& file);
 /// The same of a file's bytes.
 NSDictionary* propertyListIn(std::string_view bytes);
 
-/// Writes a binary property list. The file is replaced whole: no reader ever sees half of it. Throws std::runtime_error
-/// when it cannot be written.
+/// Writes a binary property list, with the folders on the way to it. The file is replaced whole: no reader ever sees half of it.
+/// Throws std::runtime_error when it cannot be written.
 void writePropertyList(NSDictionary* root, const std::filesystem::path& file);
 
 } // namespace simulator

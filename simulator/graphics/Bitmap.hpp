@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <string_view>
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
 #include "simulator/graphics/cairo_pointers.hpp"
@@ -13,8 +14,13 @@ class Bitmap {
 public:
     /// Transparent, or black when opaque. The pixels cover the size, rounded up. A size without area gives null.
     static std::shared_ptr<Bitmap> make(CGSize size, double scale, bool opaque);
-    /// A PNG file; one that is missing or no picture gives null.
+    /// No file of more bytes is read as a picture, and no picture has a longer side.
+    static constexpr std::size_t mostBytes = std::size_t{64} << 20;
+    static constexpr int largestSide = 8192;
+    /// A PNG file; one that is missing, no picture or too large gives null.
     static std::shared_ptr<Bitmap> read(const std::filesystem::path& file, double scale);
+    /// The same of a file's bytes.
+    static std::shared_ptr<Bitmap> fromPNG(std::string_view bytes, double scale);
 
     CGSize size() const { return size_; }
     double scale() const { return scale_; }
@@ -26,7 +32,7 @@ public:
     /// Draws it, scaled to fill the rectangle.
     void draw(cairo_t* cairo, CGRect rect) const;
 
-    /// Throws std::runtime_error when the file cannot be written.
+    /// As writeWholeFile writes. Throws std::runtime_error with the reason when the file cannot be written.
     void writePNG(const std::filesystem::path& file) const;
 
 private:

@@ -9,7 +9,7 @@
 #include <memory>
 #include <unordered_map>
 
-#include "simulator/foundation/whole_file.hpp"
+#include "simulator/files/whole_file.hpp"
 #include "simulator/services/calendar_events.hpp"
 #include "simulator/services/calendar_text.hpp"
 
@@ -237,6 +237,7 @@ void addEventToFile(const std::filesystem::path& file, const CalendarEvent& even
     // What else the file holds stays as it is.
     const std::string added = textOf(event);
     calendar.insert(endOfCalendar(calendar), added.begin(), added.end());
+    std::filesystem::create_directories(file.parent_path());
     writeWholeFile(file, calendar);
 }
 

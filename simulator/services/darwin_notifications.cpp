@@ -14,9 +14,9 @@
 #include <vector>
 
 #include "platform/Foundation/CFNotificationCenter.hpp"
-#include "simulator/foundation/Descriptor.hpp"
+#include "simulator/files/Descriptor.hpp"
 #include "simulator/foundation/phone_root.hpp"
-#include "simulator/foundation/processes.hpp"
+#include "simulator/files/processes.hpp"
 #include "simulator/foundation/strings.hpp"
 
 /// Each SpringBoard listens on a socket of its own, named by its process number, in the phone's "/var/run/notifications".

@@ -7,7 +7,7 @@
 #include <system_error>
 #include <utility>
 
-#include "simulator/foundation/Descriptor.hpp"
+#include "simulator/files/Descriptor.hpp"
 #include "simulator/loader/macho/CodeSignature.hpp"
 #include "simulator/loader/macho/Processor.hpp"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "simulator/foundation/Descriptor.hpp"
+#include "simulator/files/Descriptor.hpp"
 
 namespace simulator {
 
@@ -17,8 +17,9 @@ Descriptor openRegularFile(const std::filesystem::path& file);
 /// The bytes of a regular file; none when there is no such file, it cannot be read, or it has more than `mostBytes`.
 std::optional<std::string> readWholeFile(const std::filesystem::path& file, std::size_t mostBytes);
 
-/// Puts the bytes into a file, with the folders on the way to it. The file is replaced whole: no reader ever sees half of it,
-/// and nothing else is left of a writer that was killed. Throws std::runtime_error with the reason when it cannot be written.
-void writeWholeFile(const std::filesystem::path& file, std::string_view bytes);
+/// Puts the bytes into a file of a folder that is there. The file is replaced whole: no reader ever sees half of it,
+/// and nothing else is left of a writer that was killed. What is there and is no regular file (a device, a pipe with a
+/// reader) takes the bytes as it is. Throws std::runtime_error with the reason when it cannot be written.
+void writeWholeFile(const std::filesystem::path& path, std::string_view bytes);
 
 } // namespace simulator

@@ -1,4 +1,4 @@
-#include "simulator/foundation/processes.hpp"
+#include "simulator/files/processes.hpp"
 
 #include <cerrno>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "simulator/foundation/whole_file.hpp"
+#include "simulator/files/whole_file.hpp"
 
 #include <algorithm>
 #include <cerrno>
@@ -8,7 +8,7 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "simulator/foundation/processes.hpp"
+#include "simulator/files/processes.hpp"
 
 namespace simulator {
 
@@ -105,15 +105,19 @@ std::optional<std::string> readWholeFile(const fs::path& file, std::size_t mostB
     }
 }
 
-void writeWholeFile(const fs::path& file, std::string_view bytes)
+void writeWholeFile(const fs::path& path, std::string_view bytes)
 {
+    const fs::path file = fs::absolute(path);
     const auto fail = [&](const std::error_code& reason) {
-        throw std::runtime_error("cannot write " + file.native() + ": " + reason.message());
+        throw std::runtime_error("cannot write " + path.native() + ": " + reason.message());
     };
     std::error_code reason;
-    fs::create_directories(file.parent_path(), reason);
-    if (reason)
-        fail(reason);
+    if (fs::exists(file, reason) && !fs::is_regular_file(file, reason)) {
+        const Descriptor opened(::open(file.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+        if (!opened || !writeAll(opened.number(), bytes))
+            fail({errno, std::generic_category()});
+        return;
+    }
     Temporary temporary(temporaryFor(file));
     const Descriptor opened(::open(temporary.path().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
     if (!opened || !writeAll(opened.number(), bytes) || !temporary.rename(file))
