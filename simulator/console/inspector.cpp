@@ -1,16 +1,19 @@
 #include "simulator/console/inspector.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <ctime>
 #include <map>
 #include <unordered_map>
+#include <vector>
 
 #include "platform/Foundation/NSDate.hpp"
 #include "platform/Foundation/NSDictionary.hpp"
 #include "platform/UIKit/UIFont.hpp"
 #include "platform/UIKit/UIImage.hpp"
 #include "platform/runtime/each.hpp"
+#include "simulator/console/BadLine.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/loader/injection.hpp"
 
@@ -31,7 +34,42 @@ public:
 /// The names of the exported variables, by the objects that they hold.
 using ObjectNames = std::unordered_map<const void*, std::string>;
 
-Json inspectObject(id object);
+std::string className(id object)
+{
+    return class_getName(object_getClass(object));
+}
+
+/// One walk through an object and all that it contains.
+class Walk {
+public:
+    /// Notes that the object is shown. Throws BadLine when there is no end of them: containers may share what they contain.
+    void step()
+    {
+        constexpr std::size_t mostShown = 1'000'000;
+        if (++shown_ > mostShown)
+            throw BadLine("there is more than can be shown");
+    }
+
+    /// What `inspect` makes of the inside of a container; its class alone within itself, where there would be
+    /// no end.
+    template <class Inspect>
+    Json inside(id container, Inspect inspect)
+    {
+        constexpr std::size_t deepest = 1000;
+        if (open_.size() == deepest || std::ranges::find(open_, container) != open_.end())
+            return {{"class", className(container)}};
+        open_.push_back(container);
+        Json json = inspect();
+        open_.pop_back();
+        return json;
+    }
+
+private:
+    std::size_t shown_ = 0;
+    std::vector<id> open_;
+};
+
+Json inspectObject(id object, Walk& walk);
 
 /// A whole number has no fraction; what is no number at all is null.
 Json number(double value)
@@ -57,11 +95,6 @@ Json rectangle(CGRect value)
     return {number(value.origin.x), number(value.origin.y), number(value.size.width), number(value.size.height)};
 }
 
-std::string className(id object)
-{
-    return class_getName(object_getClass(object));
-}
-
 bool isKind(id object, const char* name)
 {
     const Class cls = objc_getClass(name);
@@ -76,7 +109,7 @@ Json imageSize(UIImage* image)
 }
 
 /// All of a view but its subviews.
-Json viewItself(UIView* view, const ObjectNames& names)
+Json viewItself(UIView* view, const ObjectNames& names, Walk& walk)
 {
     Json json = {{"class", className(view)}};
     if (const auto name = names.find(view); name != names.end())
@@ -86,9 +119,9 @@ Json viewItself(UIView* view, const ObjectNames& names)
     json["hidden"] = view->isHidden();
     json["alpha"] = number(view->alpha());
     if (view->respondsToSelector(selector<"text">()))
-        json["text"] = inspectObject(send<"text", NSObject*>(view));
+        json["text"] = inspectObject(send<"text", NSObject*>(view), walk);
     else if (view->respondsToSelector(selector<"currentTitle">()))
-        json["text"] = inspectObject(send<"currentTitle", NSObject*>(view));
+        json["text"] = inspectObject(send<"currentTitle", NSObject*>(view), walk);
     if (view->respondsToSelector(selector<"image">()))
         json["image"] = imageSize(send<"image", UIImage*>(view));
     if (view->tag() != 0 || isKind(view, "UIControl"))
@@ -98,21 +131,21 @@ Json viewItself(UIView* view, const ObjectNames& names)
     return json;
 }
 
-Json inspectView(id object)
+Json inspectView(id object, Walk& walk)
 {
     auto* const view = static_cast<UIView*>(object);
-    Json json = viewItself(view, {});
+    Json json = viewItself(view, {}, walk);
     json["subviews"] = view->subviews()->count();
     return json;
 }
 
-Json inspectImage(id object)
+Json inspectImage(id object, Walk&)
 {
     auto* const image = static_cast<UIImage*>(object);
     return {{"class", "UIImage"}, {"size", size(image->size())}, {"scale", number(image->scale())}};
 }
 
-Json inspectColor(id object)
+Json inspectColor(id object, Walk&)
 {
     if (!object->respondsToSelector(selector<"getRed:green:blue:alpha:">()))
         return {{"class", className(object)}};
@@ -124,13 +157,13 @@ Json inspectColor(id object)
     return {{"class", "UIColor"}, {"rgba", {number(red), number(green), number(blue), number(alpha)}}};
 }
 
-Json inspectFont(id object)
+Json inspectFont(id object, Walk&)
 {
     auto* const font = static_cast<UIFont*>(object);
     return {{"class", "UIFont"}, {"name", toUTF8(font->fontName())}, {"size", number(font->pointSize())}};
 }
 
-Json inspectLayer(id object)
+Json inspectLayer(id object, Walk&)
 {
     auto* const layer = static_cast<CALayer*>(object);
     return {{"class", className(layer)},
@@ -141,12 +174,12 @@ Json inspectLayer(id object)
             {"sublayers", layer->sublayers()->count()}};
 }
 
-Json inspectString(id object)
+Json inspectString(id object, Walk&)
 {
     return toUTF8(static_cast<NSString*>(object));
 }
 
-Json inspectNumber(id object)
+Json inspectNumber(id object, Walk&)
 {
     auto* const boxed = static_cast<NSNumber*>(object);
     switch (*boxed->objCType()) {
@@ -165,25 +198,31 @@ Json inspectNumber(id object)
     }
 }
 
-Json inspectArray(id object)
+Json inspectArray(id object, Walk& walk)
 {
-    Json json = Json::array();
-    for (NSObject* element : each<NSObject>(object))
-        json.push_back(inspectObject(element));
-    return json;
+    const auto elements = [&] {
+        Json json = Json::array();
+        for (NSObject* element : each<NSObject>(object))
+            json.push_back(inspectObject(element, walk));
+        return json;
+    };
+    return walk.inside(object, elements);
 }
 
 /// Sorted by the keys, since a dictionary has no order of its own.
-Json inspectDictionary(id object)
+Json inspectDictionary(id object, Walk& walk)
 {
-    std::map<std::string, Json> entries;
-    for (NSObject* key : each<NSObject>(object))
-        entries[toUTF8(key->description())] = inspectObject(static_cast<NSDictionary*>(object)->objectForKey(key));
-    return entries.empty() ? Json::object() : Json(entries);
+    const auto values = [&] {
+        std::map<std::string, Json> entries;
+        for (NSObject* key : each<NSObject>(object))
+            entries[toUTF8(key->description())] = inspectObject(static_cast<NSDictionary*>(object)->objectForKey(key), walk);
+        return entries.empty() ? Json::object() : Json(entries);
+    };
+    return walk.inside(object, values);
 }
 
 /// ISO 8601, in universal time, whole seconds.
-Json inspectDate(id object)
+Json inspectDate(id object, Walk&)
 {
     const double seconds = std::floor(static_cast<NSDate*>(object)->timeIntervalSince1970());
     constexpr double farthest = 1e15;
@@ -198,7 +237,7 @@ Json inspectDate(id object)
 
 struct Form {
     const char* className;
-    Json (*inspect)(id object);
+    Json (*inspect)(id object, Walk& walk);
 };
 
 constexpr Form forms[] = {
@@ -208,23 +247,28 @@ constexpr Form forms[] = {
     {"NSDate", inspectDate},
 };
 
-Json inspectObject(id object)
+Json inspectObject(id object, Walk& walk)
 {
+    walk.step();
     if (object == nullptr)
         return nullptr;
     if (isClass(object))
         return class_getName(reinterpret_cast<Class>(object));
     for (const Form& form : forms) {
         if (isKind(object, form.className))
-            return form.inspect(object);
+            return form.inspect(object, walk);
     }
     return {{"class", className(object)}};
 }
 
 struct Inspection {
     Json operator()(Nothing) const { return nullptr; }
-    Json operator()(id object) const { return inspectObject(object); }
-    Json operator()(Class cls) const { return inspectObject(reinterpret_cast<id>(cls)); }
+    Json operator()(id object) const
+    {
+        Walk walk;
+        return inspectObject(object, walk);
+    }
+    Json operator()(Class cls) const { return (*this)(reinterpret_cast<id>(cls)); }
     Json operator()(double value) const { return number(value); }
     Json operator()(const char* text) const { return text == nullptr ? Json(nullptr) : Json(text); }
     Json operator()(CGRect value) const { return rectangle(value); }
@@ -252,12 +296,13 @@ ObjectNames namesOfObjects()
     return names;
 }
 
-Json treeOf(UIView* view, const ObjectNames& names)
+Json treeOf(UIView* view, const ObjectNames& names, Walk& walk)
 {
-    Json json = viewItself(view, names);
+    walk.step();
+    Json json = viewItself(view, names, walk);
     Json& below = json["subviews"] = Json::array();
     for (UIView* subview : each<UIView>(view->subviews()))
-        below.push_back(treeOf(subview, names));
+        below.push_back(treeOf(subview, names, walk));
     return json;
 }
 
@@ -270,7 +315,8 @@ Json inspect(const Value& value)
 
 Json inspectTree(UIView* view)
 {
-    return view == nullptr ? Json(nullptr) : treeOf(view, namesOfObjects());
+    Walk walk;
+    return view == nullptr ? Json(nullptr) : treeOf(view, namesOfObjects(), walk);
 }
 
 std::string oneLine(const Json& json)

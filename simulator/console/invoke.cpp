@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "simulator/console/BadLine.hpp"
+#include "simulator/runtime/argument_classes.hpp"
 
 namespace simulator {
 
@@ -63,8 +64,32 @@ bool givesOwnership(std::string_view selectorName)
     return std::ranges::any_of(families, [=](std::string_view family) { return isOfFamily(selectorName, family); });
 }
 
-void setArguments(NSInvocation* invocation, NSMethodSignature* signature, std::span<const std::string> arguments,
-                  const ObjectAtPath& objectAtPath)
+/// How the names of methods end whose encodings do not tell that more arguments may follow: it is the first ones that say how
+/// many.
+constexpr std::array<std::string_view, 6> variadicEndings{
+    "Format:", "Objects:", "ObjectsAndKeys:", "raise:format:", "Format:locale:", "description:"};
+
+/// Foundation names with the same words some that take a fixed number.
+constexpr std::array<std::string_view, 2> fixedEndings{"sortedArrayHint:", "replaceObjectsAtIndexes:withObjects:"};
+
+void refuseVariableArguments(std::string_view selectorName)
+{
+    const auto endsIt = [=](std::string_view ending) { return selectorName.ends_with(ending); };
+    if (std::ranges::any_of(variadicEndings, endsIt) && std::ranges::none_of(fixedEndings, endsIt))
+        throw BadLine('"' + std::string(selectorName) + "\" takes a variable number of arguments, which cannot be written");
+}
+
+/// Throws BadLine for an object whose class is none that the method knows what to do with.
+void checkClass(id argument, Class expected, std::size_t number)
+{
+    if (argument == nullptr || expected == nullptr || (!isClass(argument) && argument->isKindOfClass(expected)))
+        return;
+    throw BadLine("argument " + std::to_string(number) + " must be a " + class_getName(expected) + ", not " +
+                  (isClass(argument) ? nameOf(argument) : "an object of the class " + nameOf(argument)));
+}
+
+void setArguments(NSInvocation* invocation, NSMethodSignature* signature, IMP implementation,
+                  std::span<const std::string> arguments, const ObjectAtPath& objectAtPath)
 {
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const NSUInteger index = firstArgument + i;
@@ -72,6 +97,11 @@ void setArguments(NSInvocation* invocation, NSMethodSignature* signature, std::s
         Storage storage;
         if (!type.write(arguments[i], storage.bytes.data(), objectAtPath))
             throw BadLine("argument " + std::to_string(i + 1) + " must be " + type.form + ", not \"" + arguments[i] + '"');
+        const Value argument = type.read(storage.bytes.data());
+        if (const id* const object = std::get_if<id>(&argument))
+            checkClass(*object, argumentClassOf(implementation, i), i + 1);
+        else if (const Class* const cls = std::get_if<Class>(&argument); cls != nullptr && type.encoding == "@")
+            checkClass(reinterpret_cast<id>(*cls), argumentClassOf(implementation, i), i + 1);
         invocation->setArgument_atIndex(storage.bytes.data(), static_cast<NSInteger>(index));
     }
 }
@@ -115,11 +145,13 @@ Value invoke(id receiver, const std::string& selectorName, std::span<const std::
         throw BadLine("\"" + selectorName + "\" takes " + std::to_string(expected) +
                       (expected == 1 ? " argument" : " arguments") + ", not " + std::to_string(arguments.size()));
 
+    refuseVariableArguments(selectorName);
     const ValueType& resultType = valueType(signature->methodReturnType());
     NSInvocation* const invocation = NSInvocation::invocationWithMethodSignature(signature);
     invocation->setTarget(receiver);
     invocation->setSelector(selector);
-    setArguments(invocation, signature, arguments, objectAtPath);
+    setArguments(invocation, signature, class_getMethodImplementation(object_getClass(receiver), selector), arguments,
+                 objectAtPath);
     return call(invocation, resultType, receiver, selectorName);
 }
 

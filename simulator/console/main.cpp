@@ -12,6 +12,7 @@
 #include "simulator/console/Script.hpp"
 #include "simulator/console/Window.hpp"
 #include "simulator/console/commands.hpp"
+#include "simulator/console/faults.hpp"
 #include "simulator/console/options.hpp"
 #include "simulator/console/raised_exception.hpp"
 #include "simulator/console/relaunch.hpp"
@@ -101,6 +102,8 @@ int runScript(Console& console, Script& script)
             const auto line = script.nextLine();
             if (!line)
                 break;
+            const LineAtWork atWork(script.lineNumber());
+            const AutoreleasePool ofTheLine;
             runCommand(console, splitWords(*line));
         } catch (const std::exception& error) {
             problem = error.what();
@@ -138,6 +141,7 @@ int runSpringBoard(const Options& options, char** arguments)
 
     const AutoreleasePool pool;
     rememberRaisedExceptions();
+    reportFaults();
     if (continuation)
         surroundings() = continuation->surroundings;
     openSystemLog();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "simulator/foundation/exceptions.hpp"
 #include "simulator/quartzcore/damage.hpp"
 #include "simulator/quartzcore/quartzcore.hpp"
 
@@ -62,6 +63,12 @@ void removeFromSuperlayer(CALayer* self, SEL)
 
 void insertSublayer_atIndex(CALayer* self, SEL, CALayer* sublayer, unsigned int index)
 {
+    if (sublayer == nullptr)
+        return;
+    for (CALayer* above = self; above != nullptr; above = ivarsOf<LayerState>(above).superlayer) {
+        if (above == sublayer)
+            raise(constantString<"CALayerInvalid">(), constantString<"a layer cannot be a part of itself">());
+    }
     const Owned<CALayer> kept(sublayer);
     sublayer->removeFromSuperlayer();
     auto& all = ivarsOf<LayerState>(self).sublayers;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <vector>
 
 #include "platform/Foundation/NSString.hpp"
 #include "simulator/foundation/strings.hpp"
@@ -150,7 +151,7 @@ public:
     void draw(CALayer* layer)
     {
         const auto& state = ivarsOf<LayerState>(layer);
-        if (state.hidden || state.opacity <= 0)
+        if (state.hidden || state.opacity <= 0 || std::ranges::find(masked_, layer) != masked_.end())
             return;
         cairo_save(cairo_);
         cairo_translate(cairo_, state.position.x - state.bounds.size.width / 2 - state.bounds.origin.x,
@@ -189,8 +190,11 @@ private:
             clipToPixelsOf(cairo_, *extent);
         cairo_push_group(cairo_);
         drawInside(layer);
-        if (state.mask != nullptr)
+        if (state.mask != nullptr) {
+            masked_.push_back(layer);
             applyMask(state.mask);
+            masked_.pop_back();
+        }
         cairo_pop_group_to_source(cairo_);
         cairo_set_operator(cairo_, blendOf(state.compositingFilter));
         cairo_paint_with_alpha(cairo_, state.opacity);
@@ -245,6 +249,8 @@ private:
 
     cairo_t* cairo_;
     CairoPointer<cairo_surface_t> capture_;
+    /// Those whose masks are being drawn: nothing masks itself.
+    std::vector<CALayer*> masked_;
 };
 
 } // namespace

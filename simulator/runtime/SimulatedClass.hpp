@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "platform/runtime/ClassBuilder.hpp"
+#include "simulator/runtime/argument_classes.hpp"
 
 namespace simulator {
 
@@ -34,6 +35,7 @@ public:
     SimulatedClass& method(Result (*implementation)(Self*, SEL, Arguments...))
     {
         ClassBuilder<State>::template method<Name>(implementation);
+        noteArgumentClasses<Arguments...>(reinterpret_cast<IMP>(implementation));
         return *this;
     }
 
@@ -41,6 +43,7 @@ public:
     SimulatedClass& classMethod(Result (*implementation)(Class, SEL, Arguments...))
     {
         ClassBuilder<State>::template classMethod<Name>(implementation);
+        noteArgumentClasses<Arguments...>(reinterpret_cast<IMP>(implementation));
         return *this;
     }
 
@@ -89,6 +92,7 @@ private:
     {
         class_addMethod(this->cls(), sel_registerName(name), reinterpret_cast<IMP>(implementation),
                         methodEncoding<Result, Arguments...>.text);
+        noteArgumentClasses<Arguments...>(reinterpret_cast<IMP>(implementation));
     }
 
     template <auto Member, auto Changed, class T>

@@ -134,7 +134,7 @@ std::shared_ptr<Bitmap> screenPicture()
     followClock();
     window->layoutIfNeeded();
     if (takeScreenDamage() || desk().picture == nullptr) {
-        desk().picture = Bitmap::make(window->bounds().size, UIScreen::mainScreen()->scale(), true);
+        desk().picture = Bitmap::make(UIScreen::mainScreen()->bounds().size, UIScreen::mainScreen()->scale(), true);
         drawLayerTree(desk().picture->context().get(), window->layer());
     }
     return desk().picture;

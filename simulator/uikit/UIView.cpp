@@ -47,7 +47,7 @@ UIView* init(UIView* self, SEL)
 
 BOOL isHidden(UIView* self, SEL)
 {
-    return BOOL{ivarsOf<LayerState>(self->layer()).hidden};
+    return BOOL{self->layer()->isHidden()};
 }
 
 void setHidden(UIView* self, SEL, BOOL hidden)
@@ -57,7 +57,7 @@ void setHidden(UIView* self, SEL, BOOL hidden)
 
 CGFloat alpha(UIView* self, SEL)
 {
-    return static_cast<CGFloat>(ivarsOf<LayerState>(self->layer()).opacity);
+    return static_cast<CGFloat>(self->layer()->opacity());
 }
 
 void setAlpha(UIView* self, SEL, CGFloat alpha)
@@ -73,7 +73,7 @@ void applyBackground(NSObject* self)
 
 BOOL clipsToBounds(UIView* self, SEL)
 {
-    return BOOL{ivarsOf<LayerState>(self->layer()).masksToBounds};
+    return BOOL{send<"masksToBounds", bool>(self->layer())};
 }
 
 void setClipsToBounds(UIView* self, SEL, BOOL clips)

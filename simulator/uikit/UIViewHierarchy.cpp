@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "platform/UIKit/UIWindow.hpp"
+#include "simulator/foundation/exceptions.hpp"
 #include "simulator/quartzcore/CALayer.hpp"
 #include "simulator/quartzcore/damage.hpp"
 #include "simulator/uikit/UIView.hpp"
@@ -36,6 +37,8 @@ void removeFromSuperview(UIView* self, SEL)
 /// Layers that are no view's stay where they are: the new view's layer goes right under that of the view above it.
 unsigned int layerIndexBelow(UIView* superview, UIView* above)
 {
+    if (superview->layer() == nullptr)
+        return 0;
     const auto& layers = ivarsOf<LayerState>(superview->layer()).sublayers;
     const auto found = std::ranges::find(layers, above->layer(), &Owned<CALayer>::get);
     return static_cast<unsigned int>(found - layers.begin());
@@ -45,6 +48,10 @@ void insertSubview_atIndex(UIView* self, SEL, UIView* view, NSInteger index)
 {
     if (view == nullptr)
         return;
+    for (UIView* above = self; above != nullptr; above = ivarsOf<ViewState>(above).superview) {
+        if (above == view)
+            raise(constantString<"NSInvalidArgumentException">(), constantString<"a view cannot be a part of itself">());
+    }
     const Owned<UIView> kept(view);
     view->removeFromSuperview();
     auto& all = ivarsOf<ViewState>(self).subviews;
