@@ -82,7 +82,9 @@ void setName(Console&, Words arguments)
 
 void post(Console&, Words arguments)
 {
-    postDarwinNotification(phoneRoot(), arguments[0]);
+    const Posting posting = postDarwinNotification(phoneRoot(), arguments[0]);
+    if (!posting.failures.empty())
+        throw BadLine("not everybody was reached: " + posting.failures.front());
 }
 
 } // namespace

@@ -1,7 +1,9 @@
 #include "simulator/services/darwin_notifications.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
@@ -9,19 +11,20 @@
 #include <sys/time.h>
 #include <sys/un.h>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 #include <vector>
 
 #include "platform/Foundation/CFNotificationCenter.hpp"
 #include "simulator/files/Descriptor.hpp"
-#include "simulator/foundation/phone_root.hpp"
 #include "simulator/files/processes.hpp"
+#include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/strings.hpp"
 
 /// Each SpringBoard listens on a socket of its own, named by its process number, in the phone's "/var/run/notifications".
 /// A poster connects to each, sends the name and waits until the other side hangs up, which it does when every observer
-/// has been called, or when it is replaced by a new process image meanwhile.
+/// has been called, or when it is replaced by a new process image meanwhile. No wait is without end: a process may be stopped.
 
 namespace simulator {
 
@@ -85,28 +88,123 @@ void tellObservers(const std::string& name)
     }
 }
 
-/// A connection to one process on which the name has been sent; none when nobody listens there any more.
-Descriptor sendName(const Descriptor& folder, const std::string& socketName, const std::string& name)
+using Clock = std::chrono::steady_clock;
+
+/// Given up while there is no descriptor left for the notification that has arrived.
+Descriptor& spareDescriptor()
 {
-    Descriptor connection = newSocket(0);
-    const sockaddr_un address = addressIn(folder, socketName);
-    if (::connect(connection.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
-        ::send(connection.number(), name.data(), name.size(), MSG_NOSIGNAL) < 0)
-        return Descriptor();
-    return connection;
+    static auto& spare = *new Descriptor;
+    return spare;
 }
 
-void waitForHangUp(const Descriptor& connection)
+Descriptor openSpare()
 {
-    for (;;) {
-        std::array<pollfd, 2> waited{pollfd{connection.number(), POLLIN, 0}, pollfd{listener().number(), POLLIN, 0}};
-        if (::poll(waited.data(), waited.size(), -1) < 0 && errno != EINTR)
-            return;
-        if (waited[1].revents != 0)
-            deliverDarwinNotifications();
-        if (waited[0].revents != 0)
-            return;
+    return Descriptor(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+}
+
+/// A poster's connection to one process.
+struct Delivery {
+    std::string process;
+    Descriptor connection;
+};
+
+/// One notification on its way to every process. As many are told at a time as there are descriptors.
+class Post {
+public:
+    Post(const Descriptor& folder, const std::string& name, std::chrono::milliseconds patience)
+        : folder_(folder), name_(name), patience_(patience)
+    {
     }
+
+    void tell(const std::string& process)
+    {
+        const auto deadline = Clock::now() + patience_;
+        int failure = sendTo(process);
+        while (failure != 0 && canPass(failure) && Clock::now() < deadline) {
+            if (under_.empty())
+                std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            else
+                finish();
+            failure = sendTo(process);
+        }
+        const bool isGone = failure == ECONNREFUSED || failure == ENOENT;
+        if (failure != 0 && !isGone)
+            posting_.failures.push_back("process " + process + ": " + std::generic_category().message(failure));
+    }
+
+    /// Waits until those that have been told so far have taken it.
+    void finish()
+    {
+        const auto deadline = Clock::now() + patience_;
+        for (const Delivery& delivery : under_) {
+            if (waitForHangUp(delivery.connection, deadline))
+                ++posting_.reached;
+            else
+                posting_.failures.push_back("process " + delivery.process + ": it did not answer within " +
+                                            std::to_string(std::chrono::ceil<std::chrono::seconds>(patience_).count()) +
+                                            " seconds");
+        }
+        under_.clear();
+    }
+
+    Posting result() { return std::move(posting_); }
+
+private:
+    /// Too many posters wait for the process already, or those that have been told hold the last descriptors.
+    bool canPass(int failure) const
+    {
+        return failure == EAGAIN || ((failure == EMFILE || failure == ENFILE) && !under_.empty());
+    }
+
+    /// Gives 0, or what has failed.
+    int sendTo(const std::string& process)
+    {
+        Descriptor connection = newSocket(SOCK_NONBLOCK);
+        const sockaddr_un address = addressIn(folder_, process);
+        if (!connection || ::connect(connection.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+            ::send(connection.number(), name_.data(), name_.size(), MSG_NOSIGNAL) < 0)
+            return errno == EPIPE || errno == ECONNRESET ? ECONNREFUSED : errno;
+        under_.push_back({process, std::move(connection)});
+        return 0;
+    }
+
+    /// False when the process has not taken it in time.
+    static bool waitForHangUp(const Descriptor& connection, Clock::time_point deadline)
+    {
+        for (;;) {
+            const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+            std::array<pollfd, 2> waited{pollfd{connection.number(), POLLIN, 0}, pollfd{listener().number(), POLLIN, 0}};
+            const auto timeout = static_cast<int>(std::max<std::int64_t>(left.count(), 0));
+            const int ready = ::poll(waited.data(), waited.size(), timeout);
+            if (ready < 0 && errno != EINTR)
+                return false;
+            if (ready > 0 && waited[1].revents != 0)
+                deliverDarwinNotifications();
+            if (ready > 0 && waited[0].revents != 0)
+                return true;
+            if (left.count() <= 0)
+                return false;
+        }
+    }
+
+    const Descriptor& folder_;
+    const std::string& name_;
+    std::chrono::milliseconds patience_;
+    std::vector<Delivery> under_;
+    Posting posting_;
+};
+
+/// Everything that listens, or did once.
+std::vector<std::string> socketsIn(const std::filesystem::path& folder)
+{
+    std::vector<std::string> names;
+    std::error_code unreadable;
+    for (std::filesystem::directory_iterator entry(folder, unreadable), end; !unreadable && entry != end;
+         entry.increment(unreadable))
+        names.push_back(entry->path().filename());
+    if (unreadable)
+        throw std::system_error(unreadable, "cannot tell who listens in " + folder.native());
+    return names;
 }
 
 } // namespace
@@ -128,6 +226,7 @@ void openDarwinNotifications()
         ::listen(socket.number(), mostWaiting) != 0)
         throw std::system_error(errno, std::generic_category(), "cannot listen for notifications in " + folder.native());
     listener() = std::move(socket);
+    spareDescriptor() = openSpare();
 }
 
 int darwinNotificationDescriptor()
@@ -138,7 +237,11 @@ int darwinNotificationDescriptor()
 void deliverDarwinNotifications()
 {
     for (;;) {
-        const Descriptor connection(::accept4(listener().number(), nullptr, nullptr, SOCK_CLOEXEC));
+        Descriptor connection(::accept4(listener().number(), nullptr, nullptr, SOCK_CLOEXEC));
+        if (!connection && (errno == EMFILE || errno == ENFILE)) {
+            spareDescriptor() = Descriptor();
+            connection = Descriptor(::accept4(listener().number(), nullptr, nullptr, SOCK_CLOEXEC));
+        }
         if (!connection)
             return;
         // A poster sends at once; one that does not must not hold SpringBoard up.
@@ -148,23 +251,26 @@ void deliverDarwinNotifications()
         const ssize_t length = ::recv(connection.number(), name.data(), name.size(), 0);
         if (length > 0)
             tellObservers(std::string(name.data(), static_cast<std::size_t>(length)));
+        connection = Descriptor();
+        if (!spareDescriptor())
+            spareDescriptor() = openSpare();
     }
 }
 
-int postDarwinNotification(const std::filesystem::path& root, const std::string& name)
+Posting postDarwinNotification(const std::filesystem::path& root, const std::string& name, std::chrono::milliseconds patience)
 {
     const auto folder = root / socketFolder;
+    if (!std::filesystem::exists(folder))
+        return {};
+    const std::vector<std::string> processes = socketsIn(folder);
     const Descriptor opened = openFolder(folder);
     if (!opened)
-        return 0;
-    std::vector<Descriptor> connections;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        if (Descriptor connection = sendName(opened, entry.path().filename(), name))
-            connections.push_back(std::move(connection));
-    }
-    for (const Descriptor& connection : connections)
-        waitForHangUp(connection);
-    return static_cast<int>(connections.size());
+        throw std::system_error(errno, std::generic_category(), "cannot tell who listens in " + folder.native());
+    Post post(opened, name, patience);
+    for (const std::string& process : processes)
+        post.tell(process);
+    post.finish();
+    return post.result();
 }
 
 } // namespace simulator

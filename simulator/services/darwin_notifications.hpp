@@ -1,8 +1,10 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 /// Darwin notifications: names that travel between the processes of one phone, over a socket in its file tree.
 namespace simulator {
@@ -19,8 +21,21 @@ int darwinNotificationDescriptor();
 /// Calls the observers of every notification that has arrived. A poster waits until its own has been through here.
 void deliverDarwinNotifications();
 
+/// What became of a notification.
+struct Posting {
+    /// How many processes it was delivered in.
+    std::size_t reached = 0;
+    /// For each process that listens and was not reached: its number, and the reason.
+    std::vector<std::string> failures;
+};
+
+/// How long a process is given to take a notification.
+inline constexpr std::chrono::seconds longestDelivery{20};
+
 /// Posts a notification to every process on the phone whose root folder is `root`, and waits until it has been delivered
-/// everywhere (delivering in this process as well, if it listens). Gives the number of processes that were reached.
-int postDarwinNotification(const std::filesystem::path& root, const std::string& name);
+/// everywhere (delivering in this process as well, if it listens), or has not been for that long. Throws std::system_error when
+/// it cannot be found out who listens.
+Posting postDarwinNotification(const std::filesystem::path& root, const std::string& name,
+                               std::chrono::milliseconds patience = longestDelivery);
 
 } // namespace simulator

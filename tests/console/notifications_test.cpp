@@ -1,4 +1,6 @@
+#include <csignal>
 #include <gmock/gmock.h>
+#include <list>
 
 #include "tests/support/Console.hpp"
 
@@ -64,9 +66,50 @@ TEST(Notifications, StayOnTheirRoot)
     EXPECT_EQ(live.ask("show userName"), "Pal");
 }
 
-TEST(Notifications, MayFindNobody)
+TEST(Notifications, MayFindNobodyAndSaySo)
 {
-    EXPECT_EQ(postFromOutside(Console().root(), "loadSolvaneS").status, 0);
+    const Console console;
+    const Outcome post = postFromOutside(console.root(), "loadSolvaneS");
+    EXPECT_EQ(post.status, 0);
+    EXPECT_EQ(post.errors, "notifypost: nobody listens on " + console.root().native() + "\n");
+}
+
+TEST(Notifications, NameTheProcessThatDoesNotAnswer)
+{
+    const Console console;
+    LiveConsole stopped(console.root());
+    LiveConsole running(console.root());
+    EXPECT_EQ(stopped.ask("show userName"), "Pal");
+    EXPECT_EQ(running.ask("show userName"), "Pal");
+    writeName(console, "Ana");
+    ::kill(stopped.number(), SIGSTOP);
+    const Outcome post = postFromOutside(console.root(), "loadSolvaneS");
+    EXPECT_EQ(post.status, 1);
+    EXPECT_EQ(post.errors,
+              "notifypost: not reached: process " + std::to_string(stopped.number()) + ": it did not answer within 20 seconds\n");
+    EXPECT_EQ(running.ask("show userName"), "Ana");
+    ::kill(stopped.number(), SIGCONT);
+    EXPECT_EQ(stopped.ask("show userName"), "Ana");
+}
+
+TEST(Notifications, ReachEverybodyWithFewDescriptors)
+{
+    const Console console;
+    std::list<LiveConsole> phones;
+    for (int i = 0; i < 6; ++i)
+        phones.emplace_back(console.root());
+    for (LiveConsole& phone : phones)
+        EXPECT_EQ(phone.ask("show userName"), "Pal");
+    writeName(console, "Ana");
+    for (const char* limit : {"4", "5", "6", "8"}) {
+        const Outcome post = runProgram(
+            {"/bin/sh", "-c", "ulimit -n $0; exec \"$@\"", limit, notifypostProgram(), "--root", console.root(), "loadSolvaneS"});
+        // Either everybody was reached, or the poster says that not.
+        EXPECT_EQ(post.status == 0, post.errors.empty()) << limit << ": " << post.errors;
+        EXPECT_GE(post.status, 0) << limit;
+    }
+    for (LiveConsole& phone : phones)
+        EXPECT_EQ(phone.ask("show userName"), "Ana");
 }
 
 TEST(Notifications, FindNobodyWhereASpringBoardWasKilled)

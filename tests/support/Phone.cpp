@@ -32,7 +32,7 @@ void Phone::inject()
 
 void Phone::post(const std::string& name) const
 {
-    EXPECT_EQ(simulator::postDarwinNotification(tree_.root(), name), 1);
+    EXPECT_EQ(simulator::postDarwinNotification(tree_.root(), name).reached, 1U);
 }
 
 void* exported(const std::string& name)

@@ -36,11 +36,17 @@ int fail(const std::string& what)
     return 2;
 }
 
-void tellSpringBoard(bool respring)
+/// Gives the exit status.
+int tellSpringBoard(bool respring)
 {
-    postDarwinNotification(phoneRoot(), "loadSolvaneS");
-    if (respring)
-        postDarwinNotification(phoneRoot(), "RespringSV");
+    Posting posting = postDarwinNotification(phoneRoot(), "loadSolvaneS");
+    if (posting.reached == 0 && posting.failures.empty())
+        std::cerr << "solvane-settings: no SpringBoard runs on this root: the next one reads the settings when it starts\n";
+    if (respring && posting.failures.empty())
+        posting = postDarwinNotification(phoneRoot(), "RespringSV");
+    for (const std::string& failure : posting.failures)
+        std::cerr << "solvane-settings: the settings are written, but not everybody was told: " << failure << '\n';
+    return posting.failures.empty() ? 0 : 1;
 }
 
 void showName()
@@ -71,8 +77,7 @@ int run(std::vector<std::string> words)
         writePreferredName(std::nullopt);
     else
         return fail("this is no command: " + command);
-    tellSpringBoard(respring);
-    return 0;
+    return tellSpringBoard(respring);
 }
 
 } // namespace
