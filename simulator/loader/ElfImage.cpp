@@ -1,11 +1,17 @@
 #include "simulator/loader/ElfImage.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <dlfcn.h>
 #include <elf.h>
 #include <link.h>
 #include <span>
 #include <stdexcept>
+#include <string_view>
+#include <system_error>
+#include <unistd.h>
+
+#include "simulator/files/whole_file.hpp"
 
 namespace simulator {
 
@@ -62,10 +68,35 @@ std::span<const ElfW(Sym)> symbolsOf(const link_map& library)
     return {};
 }
 
+bool readAt(const Descriptor& file, std::uint64_t offset, void* place, std::size_t size)
+{
+    return ::pread(file.number(), place, size, static_cast<off_t>(offset)) == static_cast<ssize_t>(size);
+}
+
 } // namespace
+
+void checkElf(const std::filesystem::path& file)
+{
+    const Descriptor opened = openRegularFile(file);
+    if (!opened)
+        throw std::runtime_error(std::generic_category().message(errno));
+    const auto size = static_cast<std::uint64_t>(::lseek(opened.number(), 0, SEEK_END));
+    ElfW(Ehdr) header{};
+    if (!readAt(opened, 0, &header, sizeof header) ||
+        !std::ranges::equal(std::span(header.e_ident, SELFMAG), std::string_view(ELFMAG)))
+        throw std::runtime_error("it is no library");
+    for (std::size_t i = 0; i < header.e_phnum; ++i) {
+        ElfW(Phdr) segment{};
+        if (header.e_phentsize != sizeof segment ||
+            !readAt(opened, header.e_phoff + i * sizeof segment, &segment, sizeof segment) || segment.p_offset > size ||
+            segment.p_filesz > size - segment.p_offset)
+            throw std::runtime_error("the file is cut off or damaged");
+    }
+}
 
 ElfImage::ElfImage(const std::filesystem::path& file)
 {
+    checkElf(file);
     void* const handle = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     link_map* library = nullptr;
     if (handle == nullptr || dlinfo(handle, RTLD_DI_LINKMAP, &library) != 0)

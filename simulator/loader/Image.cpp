@@ -1,10 +1,13 @@
 #include "simulator/loader/Image.hpp"
 
+#include <cerrno>
 #include <dlfcn.h>
 #include <map>
 #include <mutex>
 #include <stdexcept>
+#include <system_error>
 
+#include "simulator/files/whole_file.hpp"
 #include "simulator/loader/ElfImage.hpp"
 #include "simulator/loader/macho/MachOImage.hpp"
 #include "simulator/loader/macho/Processor.hpp"
@@ -45,6 +48,8 @@ const Image& openImage(const std::filesystem::path& file)
     const auto path = std::filesystem::canonical(file, missing);
     if (missing)
         throw std::runtime_error(file.native() + ": " + missing.message());
+    if (!openRegularFile(path))
+        throw std::runtime_error(file.native() + ": " + std::generic_category().message(errno));
     const std::lock_guard lock(images().mutex);
     auto& opened = images().opened;
     if (const auto found = opened.find(path); found != opened.end())

@@ -3,6 +3,7 @@
 
 #include "platform/runtime/dlopen.hpp"
 #include "simulator/foundation/phone_root.hpp"
+#include "simulator/loader/ElfImage.hpp"
 #include "simulator/loader/Image.hpp"
 #include "simulator/loader/macho/MachOImage.hpp"
 
@@ -20,10 +21,13 @@ bool isFromThePhone(const void* caller)
 }
 
 /// A handle that tells no more than that the library is loaded; null, without a word, when it cannot be.
-void* openMachO(const std::filesystem::path& file)
+void* openFromThePhone(const std::filesystem::path& file, int mode, Open machines)
 {
     try {
-        return const_cast<simulator::Image*>(&simulator::openImage(file));
+        if (simulator::isMachO(file))
+            return const_cast<simulator::Image*>(&simulator::openImage(file));
+        simulator::checkElf(file);
+        return machines(file.c_str(), mode);
     } catch (const std::runtime_error&) {
         return nullptr;
     }
@@ -36,6 +40,5 @@ extern "C" void* dlopen(const char* path, int mode) noexcept
     static const auto machines = reinterpret_cast<Open>(dlsym(RTLD_NEXT, "dlopen"));
     if (path == nullptr || *path != '/' || !isFromThePhone(__builtin_return_address(0)))
         return machines(path, mode);
-    const auto file = simulator::onThisMachine(path);
-    return simulator::isMachO(file) ? openMachO(file) : machines(file.c_str(), mode);
+    return openFromThePhone(simulator::onThisMachine(path), mode, machines);
 }

@@ -27,6 +27,18 @@ TEST_P(MachineLibrary, ShowsAllThatItExports)
     }
 }
 
+TEST(MachineLibraryFile, IsRefusedWhenItIsCutOffAnywhere)
+{
+    const Phone phone;
+    const std::string library = readFile(std::filesystem::path(FIXTURE_FOLDER) / "many_exports_bfd_gnu.dylib");
+    const auto file = phone.tree().libraryFolder() / "Cut.dylib";
+    // Behind the segments stands what no loader reads.
+    for (std::size_t length = 1; length < library.size() / 2; length += 499) {
+        writeFile(file, library.substr(0, length));
+        EXPECT_THROW(simulator::openImage(file), std::runtime_error) << length << " bytes";
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(LinkedWith, MachineLibrary,
                          testing::Values("bfd_gnu", "bfd_sysv", "bfd_both", "lld_gnu", "lld_sysv", "lld_both"),
                          [](const auto& linkedWith) { return std::string(linkedWith.param); });

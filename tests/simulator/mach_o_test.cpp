@@ -4,6 +4,7 @@
 #include <iterator>
 #include <stdexcept>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
@@ -13,6 +14,7 @@
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/loader/Image.hpp"
 #include "tests/support/Phone.hpp"
+#include "tests/support/programs.hpp"
 
 /// Libraries in the phone's own form, injected from the phone's file tree.
 
@@ -82,6 +84,27 @@ std::size_t loadCommand(const std::string& contents, std::uint32_t kind)
     while (numberAt(contents, offset) != kind)
         offset += numberAt(contents, offset + 4);
     return offset;
+}
+
+/// The place of the first section of that name: its address, its size and where it stands in the file follow 32 bytes of names.
+std::size_t sectionNamed(const std::string& contents, std::string_view name)
+{
+    return contents.find(std::string(name) + std::string(16 - name.size(), '\0') + "__");
+}
+
+std::uint32_t fileOffsetOf(const std::string& contents, std::string_view section)
+{
+    return numberAt(contents, sectionNamed(contents, section) + 32 + 2 * sizeof(void*));
+}
+
+/// What the injection of that file says when the file is signed again.
+std::string complaintAboutResigned(const std::string& contents)
+{
+    const TemporaryFolder folder;
+    const fs::path file = folder.path() / "changed.dylib";
+    writeFile(file, contents);
+    EXPECT_EQ(runProgram({pythonProgram(), RESIGN_PROGRAM, PACKAGING_TOOLS, file, "phone_library"}).status, 0);
+    return complaintAbout(readFile(file));
 }
 
 /// For several processors: a slice for an unknown one, then the library.
@@ -268,6 +291,62 @@ TEST(PhoneLibraryFile, IsRefusedWhenAPageWasChanged)
     std::string library = readFile(phoneLibrary);
     library[0x1008] ^= 1;
     EXPECT_THAT(complaintAbout(library), HasSubstr("page 1 does not have the hash"));
+}
+
+TEST(PhoneLibraryFile, IsRefusedWhenAnythingInItsSignatureWasChanged)
+{
+    const Phone phone;
+    const fs::path file = install(phone, phoneLibrary);
+    const std::string library = readFile(phoneLibrary);
+    constexpr std::uint32_t codeSignature = 0x1d;
+    for (std::size_t at = numberAt(library, loadCommand(library, codeSignature) + 8); at < library.size(); ++at) {
+        std::string changed = library;
+        changed[at] = static_cast<char>(changed[at] ^ 1 << at % 8);
+        writeFile(file, changed);
+        EXPECT_THROW(simulator::openImage(file), std::runtime_error) << "byte " << at;
+    }
+}
+
+TEST(PhoneLibraryFile, IsRefusedWhenAnInitialiserIsNotInItsCode)
+{
+    const std::string library = readFile(phoneLibrary);
+    std::string changed = library;
+    setNumberAt(changed, fileOffsetOf(library, "__mod_init_func"), 0x10);
+    EXPECT_THAT(complaintAboutResigned(changed), HasSubstr("an initialiser is not in its code"));
+}
+
+TEST(PhoneLibraryFile, IsRefusedWhenAPointerPointsOutsideOfIt)
+{
+    std::string library = readFile(phoneLibrary);
+    setNumberAt(library, fileOffsetOf(library, "__mod_init_func"), 0x7ffffff0);
+    EXPECT_THAT(complaintAboutResigned(library), HasSubstr("a pointer points outside of its segments"));
+}
+
+TEST(PhoneLibraryFile, IsRefusedWhenItsInitialisersLieOutsideOfIt)
+{
+    std::string library = readFile(phoneLibrary);
+    setNumberAt(library, sectionNamed(library, "__mod_init_func") + 32, 0x7ffffff0);
+    EXPECT_THAT(complaintAboutResigned(library), HasSubstr("a pointer lies outside of its segments"));
+}
+
+TEST(PhoneLibraryFile, IsRefusedWhenItWritesIntoItsCode)
+{
+    std::string library = readFile(phoneLibrary);
+    constexpr std::uint32_t dyldInfoOnly = 0x80000022;
+    const std::size_t rebases = numberAt(library, loadCommand(library, dyldInfoOnly) + 8);
+    constexpr char setSegment = 0x20;
+    const std::size_t instruction = library.find_first_of("\x21\x22\x23", rebases);
+    library[instruction] = setSegment;
+    EXPECT_THAT(complaintAboutResigned(library), HasSubstr("a pointer lies outside of its segments"));
+}
+
+TEST(PhoneLibraryFile, IsRefusedWhenItIsAPipe)
+{
+    const Phone phone;
+    const fs::path file = install(phone, phoneLibrary);
+    fs::remove(file);
+    ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+    EXPECT_THROW(simulator::openImage(file), std::runtime_error);
 }
 
 TEST(PhoneLibraryFile, IsRefusedWhenItIsCutOffAnywhere)

@@ -13,6 +13,7 @@ namespace {
 enum : std::uint32_t {
     CSMAGIC_EMBEDDED_SIGNATURE = 0xfade0cc0,
     CSMAGIC_CODEDIRECTORY = 0xfade0c02,
+    CSMAGIC_BLOBWRAPPER = 0xfade0b01,
 };
 
 enum : std::uint32_t {
@@ -20,7 +21,11 @@ enum : std::uint32_t {
     CSSLOT_DER_ENTITLEMENTS = 7,
     CSSLOT_ALTERNATE_CODEDIRECTORIES = 0x1000,
     CSSLOT_ALTERNATE_CODEDIRECTORY_LIMIT = 0x1005,
+    CSSLOT_SIGNATURESLOT = 0x10000,
 };
+
+/// Of a code directory's flags; the only one known here. Nobody has signed.
+constexpr std::uint32_t CS_ADHOC = 0x2;
 
 enum : std::uint8_t {
     CS_HASHTYPE_SHA1 = 1,
@@ -43,6 +48,7 @@ struct CS_CodeDirectory {
     std::uint8_t platform;
     /// The exponent of a power of two.
     std::uint8_t pageSize;
+    std::uint32_t spare2;
 };
 
 struct HashType {
@@ -73,11 +79,19 @@ bool hasHash(Bytes content, Bytes expected, HashType type)
     return size == expected.size() && std::memcmp(digest, expected.data(), size) == 0;
 }
 
+[[noreturn]] void failOnSignature()
+{
+    throw std::runtime_error("its code signature is damaged");
+}
+
+bool isAllZeros(Bytes bytes)
+{
+    return std::all_of(bytes.data(), bytes.data() + bytes.size(), [](std::byte byte) { return byte == std::byte{0}; });
+}
+
 bool hasHashOrNone(std::optional<Bytes> content, Bytes expected, HashType type)
 {
-    if (content)
-        return hasHash(*content, expected, type);
-    return std::all_of(expected.data(), expected.data() + expected.size(), [](std::byte byte) { return byte == std::byte{0}; });
+    return content ? hasHash(*content, expected, type) : isAllZeros(expected);
 }
 
 using Blobs = std::map<std::uint32_t, Bytes>;
@@ -87,26 +101,50 @@ Bytes blobAt(Bytes bytes, std::size_t offset)
     return bytes.part(offset, bytes.bigEndianAt(offset + 4));
 }
 
-/// The blobs of a signature by their slots.
+bool isCodeDirectory(std::uint32_t slot)
+{
+    return slot == CSSLOT_CODEDIRECTORY ||
+           (slot >= CSSLOT_ALTERNATE_CODEDIRECTORIES && slot < CSSLOT_ALTERNATE_CODEDIRECTORY_LIMIT);
+}
+
+/// Whether something speaks for the blob: its hash, or what it must say.
+bool isVouchedFor(std::uint32_t slot, Bytes blob)
+{
+    if (slot == CSSLOT_SIGNATURESLOT)
+        return blob.bigEndianAt(0) == CSMAGIC_BLOBWRAPPER && blob.size() == 2 * sizeof(std::uint32_t);
+    return isCodeDirectory(slot) || slot <= CSSLOT_DER_ENTITLEMENTS;
+}
+
+/// The blobs of a signature by their slots. They stand in the order of the index, one right behind the other, and nothing but
+/// zeros follows: there is no byte that nobody looks at.
 Blobs blobsOf(Bytes signature)
 {
     if (signature.bigEndianAt(0) != CSMAGIC_EMBEDDED_SIGNATURE)
-        throw std::runtime_error("its code signature is damaged");
+        failOnSignature();
     const Bytes super = blobAt(signature, 0);
     Blobs blobs;
     const std::uint32_t count = super.bigEndianAt(8);
-    for (std::uint32_t i = 0; i < count; ++i)
-        blobs[super.bigEndianAt(12 + 8 * i)] = blobAt(super, super.bigEndianAt(16 + 8 * i));
+    std::size_t end = 12 + std::size_t{8} * count;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const std::uint32_t slot = super.bigEndianAt(12 + 8 * i);
+        const std::size_t offset = super.bigEndianAt(16 + 8 * i);
+        const Bytes blob = blobAt(super, offset);
+        if (offset != end || !isVouchedFor(slot, blob) || !blobs.emplace(slot, blob).second)
+            failOnSignature();
+        end += blob.size();
+    }
+    if (end != super.size() || !isAllZeros(signature.from(end)))
+        failOnSignature();
     return blobs;
 }
 
 void verify(Bytes directory, Bytes code, const Blobs& blobs)
 {
     if (directory.bigEndianAt(0) != CSMAGIC_CODEDIRECTORY)
-        throw std::runtime_error("its code signature is damaged");
+        failOnSignature();
     const HashType type = hashTypeNumbered(directory.at<std::uint8_t>(offsetof(CS_CodeDirectory, hashType)));
     if (directory.at<std::uint8_t>(offsetof(CS_CodeDirectory, hashSize)) != type.size)
-        throw std::runtime_error("its code signature is damaged");
+        failOnSignature();
     if (directory.bigEndianAt(offsetof(CS_CodeDirectory, codeLimit)) != code.size())
         throw std::runtime_error("its code signature does not cover the whole of it");
 
@@ -118,6 +156,8 @@ void verify(Bytes directory, Bytes code, const Blobs& blobs)
     const std::size_t pageCount = directory.bigEndianAt(offsetof(CS_CodeDirectory, nCodeSlots));
     if (pageCount != (code.size() + page - 1) / page)
         throw std::runtime_error("its code signature does not cover the whole of it");
+    if (directory.size() != hashes + pageCount * type.size)
+        failOnSignature();
     for (std::size_t i = 0; i < pageCount; ++i) {
         const Bytes content = code.part(i * page, std::min(page, code.size() - i * page));
         if (!hasHash(content, directory.part(hashes + i * type.size, type.size), type))
@@ -138,6 +178,28 @@ void verify(Bytes directory, Bytes code, const Blobs& blobs)
     }
 }
 
+/// What a directory says of the library beside the hashes.
+struct Identity {
+    std::uint32_t version;
+    std::uint32_t flags;
+    std::uint8_t platform;
+    std::uint32_t spare2;
+    std::uint32_t specialSlots;
+    std::string identifier;
+
+    bool operator==(const Identity&) const = default;
+};
+
+Identity identityIn(Bytes directory)
+{
+    return {directory.bigEndianAt(offsetof(CS_CodeDirectory, version)),
+            directory.bigEndianAt(offsetof(CS_CodeDirectory, flags)),
+            directory.at<std::uint8_t>(offsetof(CS_CodeDirectory, platform)),
+            directory.bigEndianAt(offsetof(CS_CodeDirectory, spare2)),
+            directory.bigEndianAt(offsetof(CS_CodeDirectory, nSpecialSlots)),
+            directory.textAt(directory.bigEndianAt(offsetof(CS_CodeDirectory, identOffset)))};
+}
+
 } // namespace
 
 void verifyCodeSignature(Bytes slice, std::size_t signatureOffset, std::size_t signatureSize)
@@ -147,10 +209,16 @@ void verifyCodeSignature(Bytes slice, std::size_t signatureOffset, std::size_t s
     const auto first = blobs.find(CSSLOT_CODEDIRECTORY);
     if (first == blobs.end() || first->second.at<std::uint8_t>(offsetof(CS_CodeDirectory, hashType)) != CS_HASHTYPE_SHA1)
         throw std::runtime_error("it has no SHA-1 code directory");
+    const Identity identity = identityIn(first->second);
+    if (identity.flags != CS_ADHOC)
+        throw std::runtime_error("its code signature is not an ad-hoc one");
     for (const auto& [slot, blob] : blobs) {
-        if (slot == CSSLOT_CODEDIRECTORY ||
-            (slot >= CSSLOT_ALTERNATE_CODEDIRECTORIES && slot < CSSLOT_ALTERNATE_CODEDIRECTORY_LIMIT))
-            verify(blob, code, blobs);
+        if (!isCodeDirectory(slot))
+            continue;
+        // Nothing vouches for what a directory says of itself but that all say the same.
+        if (identityIn(blob) != identity)
+            throw std::runtime_error("its code directories do not agree");
+        verify(blob, code, blobs);
     }
 }
 

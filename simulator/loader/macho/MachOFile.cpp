@@ -1,13 +1,12 @@
 #include "simulator/loader/macho/MachOFile.hpp"
 
 #include <cerrno>
-#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <utility>
 
-#include "simulator/files/Descriptor.hpp"
+#include "simulator/files/whole_file.hpp"
 #include "simulator/loader/macho/CodeSignature.hpp"
 #include "simulator/loader/macho/Processor.hpp"
 
@@ -22,7 +21,7 @@ namespace {
 
 Pages readOnly(const std::filesystem::path& path)
 {
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const Descriptor file = openRegularFile(path);
     struct stat status{};
     if (!file || ::fstat(file.number(), &status) != 0)
         failWith("it cannot be read");

@@ -1,8 +1,9 @@
 #include "simulator/loader/macho/MachOImage.hpp"
 
-#include <fstream>
 #include <functional>
+#include <unistd.h>
 
+#include "simulator/files/whole_file.hpp"
 #include "simulator/loader/macho/Processor.hpp"
 #include "simulator/loader/macho/exports.hpp"
 #include "simulator/loader/macho/fixups.hpp"
@@ -13,15 +14,24 @@ namespace {
 
 using namespace macho;
 
+bool isMagic(std::uint32_t number)
+{
+    return number == MH_MAGIC || number == MH_MAGIC_64 || number == __builtin_bswap32(FAT_MAGIC);
+}
+
 std::vector<void (*)()> readInitialisers(const MachOFile& file, const Segments& segments)
 {
     std::vector<void (*)()> initialisers;
     for (const section& pointers : file.sections()) {
         if ((pointers.flags & SECTION_TYPE) != S_MOD_INIT_FUNC_POINTERS)
             continue;
-        for (Word offset = 0; offset < pointers.size; offset += sizeof(Word))
-            initialisers.push_back(reinterpret_cast<void (*)()>(
-                thisProcessor.callableByThisMachine(reinterpret_cast<void*>(load(segments.pointerAt(pointers.addr + offset))))));
+        for (Word offset = 0; offset < pointers.size; offset += sizeof(Word)) {
+            const Word initialiser = load(segments.pointerAt(pointers.addr + offset));
+            if (!segments.holdsInstructions(initialiser - reinterpret_cast<Word>(segments.at(0))))
+                throw std::runtime_error("an initialiser is not in its code");
+            initialisers.push_back(
+                reinterpret_cast<void (*)()>(thisProcessor.callableByThisMachine(reinterpret_cast<void*>(initialiser))));
+        }
     }
     return initialisers;
 }
@@ -31,8 +41,8 @@ std::vector<void (*)()> readInitialisers(const MachOFile& file, const Segments& 
 bool isMachO(const std::filesystem::path& file)
 {
     std::uint32_t number = 0;
-    std::ifstream(file, std::ios::binary).read(reinterpret_cast<char*>(&number), sizeof number);
-    return number == MH_MAGIC || number == MH_MAGIC_64 || number == __builtin_bswap32(FAT_MAGIC);
+    const Descriptor opened = openRegularFile(file);
+    return opened && ::read(opened.number(), &number, sizeof number) == ssize_t{sizeof number} && isMagic(number);
 }
 
 MachOImage::MachOImage(const std::filesystem::path& file) : MachOImage(MachOFile(file))

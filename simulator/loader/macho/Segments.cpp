@@ -10,6 +10,7 @@ namespace {
 
 /// Larger than the pages of any of the processors.
 constexpr std::size_t pageSize = 0x4000;
+constexpr std::size_t smallestPage = 0x1000;
 
 constexpr std::size_t wholePages(std::size_t size)
 {
@@ -37,12 +38,15 @@ void store(std::byte* pointer, Word value)
 
 Segments::Segments(const MachOFile& file) : file_(file)
 {
-    constexpr Word most = std::numeric_limits<std::uint32_t>::max();
+    constexpr Word most = Word{1} << 28;
     std::size_t end = 0;
     for (const segment_command& segment : file.segments()) {
         if (segment.vmsize > most || segment.vmaddr > most)
             throw std::runtime_error("a segment does not fit into memory");
-        end = std::max<std::size_t>(end, segment.vmaddr + segment.vmsize);
+        // In the order of their addresses, as linkers write them.
+        if (segment.vmaddr < end || segment.vmaddr % smallestPage != 0)
+            throw std::runtime_error("a segment does not begin at a page of its own");
+        end = segment.vmaddr + segment.vmsize;
     }
     pages_ = Pages(wholePages(end), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1);
     for (const segment_command& segment : file.segments()) {
@@ -53,7 +57,7 @@ Segments::Segments(const MachOFile& file) : file_(file)
 
 std::byte* Segments::pointerAt(Word address) const
 {
-    if (address > pages_.size() || pages_.size() - address < sizeof(Word))
+    if (!holds(address, sizeof(Word), VM_PROT_READ))
         failOnPointer();
     return at(address);
 }
@@ -62,7 +66,26 @@ std::byte* Segments::pointerAt(std::size_t segment, Word offset) const
 {
     if (segment >= file_.segments().size() || offset >= file_.segments()[segment].vmsize)
         failOnPointer();
-    return pointerAt(file_.segments()[segment].vmaddr + offset);
+    const Word address = file_.segments()[segment].vmaddr + offset;
+    if (!holds(address, sizeof(Word), VM_PROT_READ | VM_PROT_WRITE))
+        failOnPointer();
+    return at(address);
+}
+
+bool Segments::holds(Word address, Word size, std::uint32_t protection) const
+{
+    return std::ranges::any_of(file_.segments(), [&](const segment_command& segment) {
+        const Word offset = address - segment.vmaddr;
+        return address >= segment.vmaddr && offset <= segment.vmsize && size <= segment.vmsize - offset &&
+               (segment.initprot & protection) == protection;
+    });
+}
+
+bool Segments::holdsInstructions(Word address) const
+{
+    return holds(address, 1, VM_PROT_EXECUTE) && std::ranges::any_of(file_.sections(), [&](const section& one) {
+               return (one.flags & S_ATTR_SOME_INSTRUCTIONS) != 0 && address >= one.addr && address - one.addr < one.size;
+           });
 }
 
 Pages Segments::protect()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include "simulator/loader/macho/MachOFile.hpp"
 
 namespace simulator::macho {
@@ -16,12 +18,18 @@ public:
 
     /// A library is linked to be at address 0.
     std::byte* at(Word address) const { return pages_.data() + address; }
-    /// How many pointers there is room for.
-    std::size_t mostPointers() const { return pages_.size() / sizeof(Word); }
+    /// How many pointers are fixed up at the most.
+    std::size_t mostPointers() const { return std::min(pages_.size() / sizeof(Word), std::size_t{1} << 20); }
 
-    /// Where a pointer of the library lies. Throws std::runtime_error when that is outside of its segments.
+    /// Where a pointer of the library lies. Throws std::runtime_error when that is outside of its segments; by the second, which
+    /// is for pointers that are yet to be written, also when the segment is not writable.
     std::byte* pointerAt(Word address) const;
     std::byte* pointerAt(std::size_t segment, Word offset) const;
+
+    /// Whether so many bytes lie within a segment that has that protection.
+    bool holds(Word address, Word size, std::uint32_t protection) const;
+    /// Whether a function of the library can be there: in a section of instructions, which can be executed.
+    bool holdsInstructions(Word address) const;
 
     /// Gives the pages over, protected as the file demands.
     Pages protect();

@@ -74,10 +74,13 @@ std::vector<ExportedSymbol> readExports(const MachOFile& file, const Segments& s
     if (file.exportsTrie().size() == 0)
         return exports;
     ExportsWalk walk(file.exportsTrie(), [&](const std::string& symbol, Word address) {
+        if (!segments.holds(address, 1, VM_PROT_READ))
+            throw std::runtime_error("it exports what lies outside of its segments");
         const bool isFunction = isCode(file, address);
+        const bool canHoldObject = !isFunction && segments.holds(address, sizeof(Word), VM_PROT_READ);
         exports.push_back({symbol.starts_with('_') ? symbol.substr(1) : symbol,
                            isFunction ? thisProcessor.callableByThisMachine(segments.at(address)) : segments.at(address),
-                           isFunction ? ExportedSymbol::Kind::function : ExportedSymbol::Kind::variable, !isFunction});
+                           isFunction ? ExportedSymbol::Kind::function : ExportedSymbol::Kind::variable, canHoldObject});
     });
     walk.walk(0, "");
     return exports;

@@ -14,12 +14,21 @@ namespace {
     throw std::runtime_error("it has a loading instruction that is unknown or out of place");
 }
 
-/// No instruction is for more pointers than there is room for.
-void checkCount(std::uint64_t count, const Segments& segments)
-{
-    if (count > segments.mostPointers())
-        failOnInstruction();
-}
+/// All instructions together are for no more pointers than there is room for.
+class PointersLeft {
+public:
+    explicit PointersLeft(const Segments& segments) : count_(segments.mostPointers()) {}
+
+    void take(std::uint64_t count)
+    {
+        if (count > count_)
+            failOnInstruction();
+        count_ -= count;
+    }
+
+private:
+    std::uint64_t count_;
+};
 
 /// The symbol of this process, which stands for all of the phone's libraries; null when there is none.
 void* resolve(const std::string& symbol)
@@ -47,7 +56,9 @@ void followBindInstructions(Bytes bytes, void* (*resolve)(const std::string&), c
     std::int64_t addend = 0;
     std::size_t segment = 0;
     Word offset = 0;
+    PointersLeft left(segments);
     const auto bindOnce = [&](Word skipped) {
+        left.take(1);
         void* const address = resolve(symbol);
         if (address == nullptr && !mayBeMissing)
             throw std::runtime_error(
@@ -101,7 +112,6 @@ void followBindInstructions(Bytes bytes, void* (*resolve)(const std::string&), c
         case BIND_OPCODE_DO_BIND_ULEB_TIMES_SKIPPING_ULEB: {
             const std::uint64_t count = instructions.uleb128();
             const Word skipped = instructions.uleb128();
-            checkCount(count, segments);
             for (std::uint64_t i = 0; i < count; ++i)
                 bindOnce(skipped);
             break;
@@ -119,10 +129,14 @@ void rebase(const MachOFile& file, const Segments& segments)
     Reader instructions(file.rebaseInstructions());
     std::size_t segment = 0;
     Word offset = 0;
+    PointersLeft left(segments);
     const auto rebaseTimes = [&](std::uint64_t count, Word skipped) {
-        checkCount(count, segments);
+        left.take(count);
         for (std::uint64_t i = 0; i < count; ++i) {
             std::byte* const pointer = segments.pointerAt(segment, offset);
+            // It may point to the end of something.
+            if (!segments.holds(load(pointer), 0, 0))
+                throw std::runtime_error("a pointer points outside of its segments");
             store(pointer, load(pointer) + reinterpret_cast<Word>(segments.at(0)));
             offset += sizeof(Word) + skipped;
         }

@@ -101,6 +101,7 @@ struct section {
 };
 inline constexpr std::uint32_t SECTION_TYPE = 0xff;
 inline constexpr std::uint32_t S_MOD_INIT_FUNC_POINTERS = 9;
+inline constexpr std::uint32_t S_ATTR_SOME_INSTRUCTIONS = 0x400;
 
 struct dylib_command {
     std::uint32_t cmd;

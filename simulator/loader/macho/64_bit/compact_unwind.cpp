@@ -95,8 +95,12 @@ public:
     std::vector<Function> functions() const
     {
         std::vector<Function> functions;
-        for (std::size_t i = 0; i + 1 < header_.indexCount; ++i)
+        for (std::size_t i = 0; i + 1 < header_.indexCount; ++i) {
             readPage(indexEntry(i), indexEntry(i + 1), functions);
+            // Each has a number of its own there.
+            if (functions.size() > bytes_.size() / sizeof(std::uint32_t))
+                failOnTables();
+        }
         return functions;
     }
 

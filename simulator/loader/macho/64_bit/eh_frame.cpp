@@ -125,6 +125,14 @@ void addFDE(FrameTables& tables, std::size_t cie, const Function& function, cons
     });
 }
 
+/// In one of them, or at its end.
+bool isInSegments(const MachOFile& file, Word address)
+{
+    return std::ranges::any_of(file.segments(), [address](const segment_command& segment) {
+        return address >= segment.vmaddr && address - segment.vmaddr <= segment.vmsize;
+    });
+}
+
 /// A pointer that the binding has filled, in one of the library's segments.
 Word boundPointer(const MachOFile& file, const std::byte* start, std::uint32_t offset)
 {
@@ -152,6 +160,9 @@ std::vector<std::byte> registerEhFrame(const MachOFile& file, const std::byte* s
         const std::optional<Frame> frame = encodings.frameOf(function.encoding);
         if (!frame)
             continue;
+        if (function.start > function.end || !isInSegments(file, function.start) || !isInSegments(file, function.end) ||
+            !isInSegments(file, function.lsda))
+            throw std::runtime_error("its unwind tables are damaged");
         if (!cies.contains(function.personality)) {
             const Word personality = function.personality == 0 ? 0 : boundPointer(file, start, function.personality);
             cies[function.personality] = addCIE(tables, personality, encodings.returnAddressRegister);
