@@ -2,7 +2,9 @@
 
 #include <stdexcept>
 #include <string>
-#include <unistd.h>
+#include <system_error>
+
+#include "simulator/files/whole_file.hpp"
 
 namespace simulator {
 
@@ -16,28 +18,45 @@ bool isUpToDate(const fs::path& copy, const fs::path& original)
            fs::last_write_time(copy) >= fs::last_write_time(original);
 }
 
-/// Another process may be running the library that is replaced, so the new file takes the old one's place whole.
-void replaceFile(const fs::path& copy, const fs::path& original)
+void requireInstalled(const fs::path& installedTree)
 {
-    fs::path incoming = copy;
-    incoming += ".incoming-" + std::to_string(::getpid());
-    fs::copy_file(original, incoming, fs::copy_options::overwrite_existing);
-    fs::rename(incoming, copy);
+    if (!fs::is_directory(installedTree))
+        throw std::runtime_error("the installed file tree " + installedTree.string() + " is missing");
+}
+
+/// The tree takes its place whole, and once: who is killed leaves no part of it there, and of those who start at once, all but
+/// the first find that it is there.
+void fillRoot(const fs::path& root, const fs::path& installedTree)
+{
+    requireInstalled(installedTree);
+    const fs::path canonical = fs::weakly_canonical(root);
+    const fs::path folder = canonical.has_filename() ? canonical : canonical.parent_path();
+    fs::create_directories(folder.parent_path());
+    const fs::path incoming = nameBeside(folder);
+    fs::copy(installedTree, incoming, fs::copy_options::recursive);
+    std::error_code failure;
+    fs::rename(incoming, folder, failure);
+    if (!failure)
+        return;
+    std::error_code ignored;
+    fs::remove_all(incoming, ignored);
+    if (!fs::is_directory(folder / "Library"))
+        throw std::runtime_error("cannot fill " + folder.native() + ": " + failure.message());
 }
 
 } // namespace
 
 void updateRoot(const fs::path& root, const fs::path& installedTree)
 {
-    if (!fs::is_directory(installedTree))
-        throw std::runtime_error("the installed file tree " + installedTree.string() + " is missing");
+    requireInstalled(installedTree);
     fs::create_directories(root);
     for (const auto& entry : fs::recursive_directory_iterator(installedTree)) {
         const fs::path copy = root / entry.path().lexically_relative(installedTree);
         if (entry.is_directory())
             fs::create_directories(copy);
         else if (!isUpToDate(copy, entry.path()))
-            replaceFile(copy, entry.path());
+            // Another process may be running the library that is replaced.
+            copyWholeFile(entry.path(), copy);
     }
 }
 
@@ -46,7 +65,7 @@ void prepareChosenRoot(const fs::path& root, const fs::path& installedTree)
     if (fs::exists(root) && !fs::is_directory(root))
         throw std::runtime_error(root.string() + " is not a folder");
     if (!fs::exists(root) || fs::is_empty(root))
-        updateRoot(root, installedTree);
+        fillRoot(root, installedTree);
     else if (!fs::is_directory(root / "Library"))
         throw std::runtime_error(root.string() + " is not a phone's file tree");
 }

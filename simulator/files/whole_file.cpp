@@ -41,19 +41,6 @@ private:
     fs::path path_;
 };
 
-/// A writer's temporary file bears its process's number, so that nothing stays of those who were killed.
-fs::path temporaryFor(const fs::path& file)
-{
-    const std::string beginning = file.filename().native() + '.';
-    std::error_code unreadable;
-    for (const auto& entry : fs::directory_iterator(file.parent_path(), unreadable)) {
-        const std::string name = entry.path().filename();
-        if (name.starts_with(beginning) && processIsGone(name.substr(beginning.size())))
-            ::unlink(entry.path().c_str());
-    }
-    return file.native() + '.' + std::to_string(::getpid());
-}
-
 bool writeAll(int descriptor, std::string_view bytes)
 {
     while (!bytes.empty()) {
@@ -105,6 +92,26 @@ std::optional<std::string> readWholeFile(const fs::path& file, std::size_t mostB
     }
 }
 
+fs::path nameBeside(const fs::path& path)
+{
+    const std::string beginning = path.filename().native() + '.';
+    std::error_code ignored;
+    for (const auto& entry : fs::directory_iterator(path.parent_path(), ignored)) {
+        const std::string name = entry.path().filename();
+        if (name.starts_with(beginning) && processIsGone(std::string_view(name).substr(beginning.size())))
+            fs::remove_all(entry.path(), ignored);
+    }
+    return path.native() + '.' + std::to_string(::getpid());
+}
+
+void copyWholeFile(const fs::path& original, const fs::path& copy)
+{
+    Temporary temporary(nameBeside(copy));
+    fs::copy_file(original, temporary.path(), fs::copy_options::overwrite_existing);
+    if (!temporary.rename(copy))
+        throw std::system_error(errno, std::generic_category(), "cannot write " + copy.native());
+}
+
 void writeWholeFile(const fs::path& path, std::string_view bytes)
 {
     const fs::path file = fs::absolute(path);
@@ -118,7 +125,7 @@ void writeWholeFile(const fs::path& path, std::string_view bytes)
             fail({errno, std::generic_category()});
         return;
     }
-    Temporary temporary(temporaryFor(file));
+    Temporary temporary(nameBeside(file));
     const Descriptor opened(::open(temporary.path().c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
     if (!opened || !writeAll(opened.number(), bytes) || !temporary.rename(file))
         fail({errno, std::generic_category()});

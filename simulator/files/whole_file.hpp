@@ -22,4 +22,11 @@ std::optional<std::string> readWholeFile(const std::filesystem::path& file, std:
 /// reader) takes the bytes as it is. Throws std::runtime_error with the reason when it cannot be written.
 void writeWholeFile(const std::filesystem::path& path, std::string_view bytes);
 
+/// The same with the bytes and the permissions of another file.
+void copyWholeFile(const std::filesystem::path& original, const std::filesystem::path& copy);
+
+/// A name beside the file or folder for what is to take its place whole. It ends with this process's number; what processes
+/// that are gone have left under such names is removed.
+std::filesystem::path nameBeside(const std::filesystem::path& path);
+
 } // namespace simulator
