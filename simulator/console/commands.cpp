@@ -44,7 +44,7 @@ void run(Console& console, const Command& command, Words arguments)
 void checkEncoding(Words words)
 {
     for (const std::string& word : words) {
-        if (!word.empty() && toNSString(word)->length() == 0)
+        if (!isUTF8(word))
             throw BadLine("the line is not UTF-8");
     }
 }

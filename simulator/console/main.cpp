@@ -183,6 +183,8 @@ int run(std::span<char*> arguments)
         std::cout << "springboard " SOLVANE_VERSION "\n";
     else
         return runSpringBoard(options, arguments.data());
+    if (!std::cout.flush())
+        throw std::runtime_error("standard output cannot be written");
     return success;
 }
 

@@ -8,11 +8,11 @@
 #include <unicode/ucnv.h>
 
 #include "platform/runtime/AutoreleasePool.hpp"
+#include "simulator/files/whole_file.hpp"
 #include "simulator/foundation/foundation.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/property_list_forms.hpp"
 #include "simulator/foundation/strings.hpp"
-#include "simulator/files/whole_file.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 
 /// The phone reads property lists of every form, says nothing about one that it cannot read ("Property List Programming

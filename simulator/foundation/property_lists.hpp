@@ -1,9 +1,12 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 
 #include "platform/Foundation/NSDictionary.hpp"
+#include "platform/Foundation/NSString.hpp"
+#include "simulator/runtime/argument_classes.hpp"
 
 namespace simulator {
 
@@ -14,6 +17,15 @@ NSDictionary* readPropertyList(const std::filesystem::path& file);
 
 /// The same of a file's bytes.
 NSDictionary* propertyListIn(std::string_view bytes);
+
+/// The value of that key, nil when it is of another class: people write lists by hand.
+template <class T>
+T* valueOfClass(NSDictionary* list, NSString* key)
+{
+    NSObject* const value = list->objectForKey(key);
+    const Class expected = objc_getClass(std::string(typeName<T>()).c_str());
+    return value->isKindOfClass(expected) ? static_cast<T*>(value) : nullptr;
+}
 
 /// Writes a binary property list, with the folders on the way to it. The file is replaced whole: no reader ever sees half of it.
 /// Throws std::runtime_error when it cannot be written.

@@ -7,6 +7,8 @@
 
 namespace simulator {
 
+bool isUTF8(std::string_view text);
+
 /// Autoreleased. Bytes that are not UTF-8 give an empty text.
 NSString* toNSString(std::string_view utf8);
 

@@ -151,10 +151,7 @@ public:
 
 private:
     /// Too many posters wait for the process already, or those that have been told hold the last descriptors.
-    bool canPass(int failure) const
-    {
-        return failure == EAGAIN || ((failure == EMFILE || failure == ENFILE) && !under_.empty());
-    }
+    bool canPass(int failure) const { return failure == EAGAIN || ((failure == EMFILE || failure == ENFILE) && !under_.empty()); }
 
     /// Gives 0, or what has failed.
     int sendTo(const std::string& process)

@@ -38,12 +38,12 @@ struct ApplicationIconState {
 Owned<SBApplication> applicationInBundle(const std::filesystem::path& bundle)
 {
     NSDictionary* const description = readPropertyList(bundle / "Info.plist");
-    auto* const identifier = description->objectForKey<NSString>(constantString<"CFBundleIdentifier">());
+    auto* const identifier = valueOfClass<NSString>(description, constantString<"CFBundleIdentifier">());
     if (identifier == nullptr)
         return nullptr;
     Owned<SBApplication> application = adopt(send<"new", SBApplication*>(classNamed<"SBApplication">()));
     ivarsOf<ApplicationState>(application.get()) = {
-        identifier, description->objectForKey<NSString>(constantString<"CFBundleDisplayName">()), bundle / "Icon.png"};
+        identifier, valueOfClass<NSString>(description, constantString<"CFBundleDisplayName">()), bundle / "Icon.png"};
     return application;
 }
 

@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include "tests/support/Console.hpp"
 
@@ -39,6 +40,19 @@ public:
 private:
     TemporaryFolder folder_;
 };
+
+/// Whether each file of the installed tree is there.
+void expectCompleteTree(const fs::path& root)
+{
+    const fs::path installed = PhoneTree::installed();
+    for (const auto& entry : fs::recursive_directory_iterator(installed)) {
+        const fs::path copy = root / entry.path().lexically_relative(installed);
+        EXPECT_TRUE(fs::exists(copy)) << copy;
+        if (entry.is_regular_file() && fs::exists(copy)) {
+            EXPECT_EQ(fs::file_size(copy), entry.file_size()) << copy;
+        }
+    }
+}
 
 struct BadOption {
     const char* name;
@@ -184,6 +198,52 @@ TEST(RootOption, FillsAnEmptyFolder)
     EXPECT_THAT(delivery.run({"--root", root}, "show stormString\n").lines, ElementsAre("Storm"));
 }
 
+TEST(RootOption, FillsAFolderWholeThoughAnotherFillingWasKilled)
+{
+    const Delivery delivery;
+    const fs::path parent = delivery.folder() / "roots";
+    const fs::path root = parent / "root";
+    fs::create_directory(parent);
+    // The system kills who writes a larger file than this, in blocks of 512 bytes.
+    for (const char* limit : {"1", "8", "64", "256"}) {
+        const Outcome killed = runProgram(
+            {"/bin/sh", "-c", "ulimit -f $0; exec \"$@\"", limit, delivery.program(), "--root", root, "--script", "/dev/null"});
+        EXPECT_NE(killed.status, 0) << limit;
+        const ConsoleRun run = delivery.run({"--root", root}, "show stormString\n");
+        EXPECT_EQ(run.errors, "") << limit;
+        EXPECT_THAT(run.lines, ElementsAre("Storm")) << limit;
+        expectCompleteTree(root);
+        EXPECT_EQ(std::distance(fs::directory_iterator(parent), {}), 1) << "nothing is left beside it";
+        fs::remove_all(root);
+    }
+}
+
+TEST(RootOption, FillsAFolderOnceForAllThatStartAtOnce)
+{
+    const Delivery delivery;
+    const fs::path parent = delivery.folder() / "roots";
+    fs::create_directory(parent);
+    std::vector<std::unique_ptr<Process>> processes;
+    for (int i = 0; i < 6; ++i)
+        processes.push_back(std::make_unique<Process>(
+            std::vector<std::string>{delivery.program(), "--root", parent / "root", "--script", "/dev/null"}, Environment{},
+            STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO));
+    for (const auto& process : processes)
+        EXPECT_EQ(process->wait(), 0);
+    expectCompleteTree(parent / "root");
+    EXPECT_EQ(std::distance(fs::directory_iterator(parent), {}), 1) << "nothing is left beside it";
+}
+
+TEST(RootOption, SaysWhyAFolderCannotBeFilled)
+{
+    const Delivery delivery;
+    writeFile(delivery.folder() / "file", "");
+    const fs::path root = delivery.folder() / "file" / "root";
+    const ConsoleRun run = delivery.run({"--root", root}, "show stormString\n");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.errors, HasSubstr("Not a directory"));
+}
+
 TEST(RootOption, LeavesATreeAsItIs)
 {
     const Delivery delivery;
@@ -235,7 +295,57 @@ TEST(Injection, NeedsAFilter)
 {
     const Console console;
     fs::remove(console.tree().libraryFolder() / "Solvane.plist");
-    EXPECT_EQ(console.run("show stormString\n").status, 2);
+    const ConsoleRun run = console.run("show stormString\n");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.errors, StartsWith("springboard: Solvane.dylib was not injected: its filter Solvane.plist cannot be read\n"));
+}
+
+TEST(Injection, ReportsAFilterWithoutItsLibrary)
+{
+    const Console console;
+    fs::remove(console.tree().libraryFolder() / "Solvane.dylib");
+    const ConsoleRun run = console.run("show NSString\n");
+    EXPECT_EQ(run.errors, "springboard: Solvane.dylib was not injected: it is missing\n");
+    EXPECT_EQ(run.status, 0);
+}
+
+TEST(Injection, ReportsAFilterThatIsNone)
+{
+    for (const char* filter : {"{Filter=\"x\";}", "{Filter={Bundles=\"com.apple.springboard\";};}", "(Filter)", "", "{Filter="}) {
+        const Console console;
+        writeFile(console.tree().libraryFolder() / "Solvane.plist", filter);
+        const ConsoleRun run = console.run("show NSString\n");
+        EXPECT_EQ(run.errors, "springboard: Solvane.dylib was not injected: its filter Solvane.plist cannot be read\n");
+        EXPECT_EQ(run.status, 0);
+    }
+}
+
+TEST(Injection, ReportsAFolderThatCannotBeRead)
+{
+    const Console console;
+    fs::remove_all(console.tree().libraryFolder());
+    writeFile(console.tree().libraryFolder(), "");
+    const ConsoleRun run = console.run("show NSString\n");
+    EXPECT_THAT(run.errors, StartsWith("springboard: no library was injected: "));
+    EXPECT_EQ(run.status, 0);
+}
+
+TEST(Applications, ArePassedOverWhenTheirIdentifierIsNoText)
+{
+    const Console console;
+    for (const char* identifier : {"(a)", "{a=b;}", "<00>"})
+        writeFile(console.root() / "Applications/Ferry.app/Info.plist",
+                  std::string("{CFBundleIdentifier=") + identifier + ";CFBundleDisplayName=(b);}");
+    linesOf(console, "lock\nnotify com.apple.MobileSMS a b\n");
+}
+
+TEST(StandardOutput, IsReportedWhenItCannotBeWritten)
+{
+    for (const char* command : {"\"$0\" --help > /dev/full", "\"$0\" --version > /dev/full"}) {
+        const Outcome outcome = runProgram({"/bin/sh", "-c", command, springboardProgram()});
+        EXPECT_EQ(outcome.status, 2) << command;
+        EXPECT_EQ(outcome.errors, "springboard: standard output cannot be written\n");
+    }
 }
 
 TEST(Injection, ReportsALibraryThatCannotBeLoaded)
@@ -247,11 +357,22 @@ TEST(Injection, ReportsALibraryThatCannotBeLoaded)
     EXPECT_EQ(run.status, 0);
 }
 
+TEST(LoadOption, EndsWithStatusTwoWhenThereIsNoSuchLibrary)
+{
+    Console console;
+    console.options = {"--load", console.root() / "nowhere.dylib"};
+    const ConsoleRun run = console.run("show NSString\n");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.output, "");
+    EXPECT_THAT(run.errors, HasSubstr("nowhere.dylib: No such file or directory"));
+}
+
 TEST(LoadOption, InjectsOneMoreLibrary)
 {
     Console console;
     const fs::path elsewhere = console.root().parent_path() / "Elsewhere.dylib";
     fs::rename(console.tree().libraryFolder() / "Solvane.dylib", elsewhere);
+    fs::remove(console.tree().libraryFolder() / "Solvane.plist");
     console.options = {"--load", elsewhere};
     EXPECT_EQ(lineOf(console, "show stormString"), "Storm");
 }

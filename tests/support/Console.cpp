@@ -68,7 +68,8 @@ ConsoleRun Console::runFromPipe(const std::string& script) const
 
 void Console::uninstallLibrary() const
 {
-    fs::remove(tree_.libraryFolder() / "Solvane.dylib");
+    for (const char* file : {"Solvane.dylib", "Solvane.plist"})
+        fs::remove(tree_.libraryFolder() / file);
 }
 
 std::vector<Json> linesOf(const Console& console, const std::string& script)

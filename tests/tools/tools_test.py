@@ -44,7 +44,10 @@ def try_settings(springboard, settings, tree, folder):
     shutil.copytree(tree, root)
     preferences = root / "User/Library/Preferences/org.solvane.Solvane.plist"
 
-    def tool(*words):
+    def tool(*words, stdout=None):
+        if stdout:
+            with open(stdout, "w") as output:
+                return subprocess.run([settings, "--root", root, *words], stdout=output, stderr=subprocess.PIPE, timeout=300)
         return run(settings, "--root", root, *words)
 
     check("without a name it shows Pal", tool("show").stdout.startswith("Pal"))
@@ -76,6 +79,13 @@ def try_settings(springboard, settings, tree, folder):
     check("preferences that no phone can read are none", tool("show").stdout.startswith("Pal"))
     check("and are replaced", tool("name", "Ana").returncode == 0 and plistlib.loads(preferences.read_bytes()) == {"Name": "Ana"})
     check("with what a killed writer left", [file.name for file in preferences.parent.iterdir()] == [preferences.name])
+    wrong = tool("name", b"\xff\xfe")
+    check("it refuses a name that is not UTF-8", wrong.returncode == 2 and "UTF-8" in wrong.stderr and "bug-gnustep" not in wrong.stderr)
+    check("it says when it cannot print", tool("show", stdout="/dev/full").returncode == 1)
+    shutil.rmtree(preferences.parent)
+    preferences.parent.write_text("")
+    unwritten = tool("name", "Ana")
+    check("it says why a file cannot be written", unwritten.returncode == 1 and "Not a directory" in unwritten.stderr)
     for words in (["--root", root], ["--root", root, "name"], ["--root", root, "rename", "Ana"], ["name", "Ana"],
                   ["--root", folder / "nowhere", "show"], ["--root", root, "show", "--respring"]):
         wrong = run(settings, *words)

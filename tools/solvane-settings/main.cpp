@@ -2,6 +2,7 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -71,6 +72,8 @@ int run(std::vector<std::string> words)
         showName();
         return 0;
     }
+    if (command == "name" && words.size() == 4 && !isUTF8(words[3]))
+        return fail("the name is not UTF-8");
     if (command == "name" && words.size() == 4)
         writePreferredName(words[3]);
     else if (command == "forget" && words.size() == 3)
@@ -92,9 +95,14 @@ int main(int count, char** words)
     }
     const AutoreleasePool pool;
     try {
-        return simulator::run({words + 1, words + count});
+        const int status = simulator::run({words + 1, words + count});
+        if (!std::cout.flush())
+            throw std::runtime_error("standard output cannot be written");
+        return status;
     } catch (const std::exception& error) {
         std::cerr << "solvane-settings: " << error.what() << '\n';
-        return 1;
+    } catch (...) {
+        std::cerr << "solvane-settings: an exception was raised\n";
     }
+    return 1;
 }
