@@ -28,6 +28,7 @@ public:
     UIGestureRecognizerState state() const { return send<"state", UIGestureRecognizerState>(this); }
     void setState(UIGestureRecognizerState state) { send<"setState:">(this, state); }
     bool isEnabled() const { return send<"isEnabled", BOOL>(this) != NO; }
+    void setEnabled(bool enabled) { send<"setEnabled:">(this, BOOL{enabled}); }
     bool cancelsTouchesInView() const { return send<"cancelsTouchesInView", BOOL>(this) != NO; }
     void setCancelsTouchesInView(bool cancels) { send<"setCancelsTouchesInView:">(this, BOOL{cancels}); }
     /// The target is not retained.
@@ -80,4 +81,6 @@ public:
         return send<"initWithTarget:action:", UIPanGestureRecognizer*>(this, target, action);
     }
     CGPoint translationInView(UIView* view) const { return send<"translationInView:", CGPoint>(this, view); }
+    /// In points a second.
+    CGPoint velocityInView(UIView* view) const { return send<"velocityInView:", CGPoint>(this, view); }
 };
