@@ -15,6 +15,7 @@
 #include "simulator/graphics/text.hpp"
 #include "simulator/services/darwin_notifications.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
+#include "simulator/uikit/motion.hpp"
 #include "simulator/uikit/touch_input.hpp"
 
 namespace simulator {
@@ -39,7 +40,8 @@ struct Video {
     }
 };
 
-/// Tells the finger how long it rested, by the times of the mouse's events in milliseconds.
+/// Tells how long it was from one time to the next, in milliseconds of SDL's: how long the finger rested, by the times of the
+/// mouse's events, and how long a frame was to be seen.
 class Stopwatch {
 public:
     double secondsSinceLast(Uint32 time)
@@ -183,8 +185,11 @@ struct Window::Parts {
     {
         const AutoreleasePool pool;
         constexpr int patience = 30;
+        constexpr int frame = 16;
         SDL_Event event;
-        for (int hasCome = SDL_WaitEventTimeout(&event, patience); hasCome != 0; hasCome = SDL_PollEvent(&event))
+        int hasCome = SDL_WaitEventTimeout(&event, isInMotion() ? frame : patience);
+        advanceMotion(frames.secondsSinceLast(SDL_GetTicks()));
+        for (; hasCome != 0; hasCome = SDL_PollEvent(&event))
             take(event);
         deliverDarwinNotifications();
         draw();
@@ -199,6 +204,7 @@ struct Window::Parts {
     std::shared_ptr<Bitmap> canvas;
     std::shared_ptr<Bitmap> picture;
     Stopwatch stopwatch;
+    Stopwatch frames;
     Keys keys;
     bool isOpen = true;
     bool needsDrawing = true;

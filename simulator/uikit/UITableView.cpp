@@ -23,6 +23,14 @@ struct TableViewState {
     bool needsReload = true;
 };
 
+/// A table bounces however few rows it has.
+UITableView* initWithFrame(UITableView* self, SEL, CGRect frame)
+{
+    superOf<TableViewState, "initWithFrame:", UITableView*>(self, frame);
+    self->setAlwaysBounceVertical(true);
+    return self;
+}
+
 UITableViewCell* cellAt(UITableView* self, NSInteger row)
 {
     const auto& cells = ivarsOf<TableViewState>(self).cells;
@@ -115,6 +123,7 @@ void touchesEnded_withEvent(UITableView* self, SEL, NSSet* touches, UIEvent*)
 void registerUITableView()
 {
     SimulatedClass<TableViewState>("UITableView", "UIScrollView")
+        .method<"initWithFrame:">(initWithFrame)
         .property<&TableViewState::dataSource>("dataSource")
         .property<&TableViewState::rowHeight>("rowHeight")
         .readOnly<&TableViewState::selectedRow>("selectedRow")

@@ -1,5 +1,7 @@
 #include "simulator/uikit/touch_input.hpp"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -26,6 +28,7 @@ struct Finger {
     Owned<UITouch> touch;
     Owned<UIView> view;
     std::vector<Owned<UIGestureRecognizer>> recognizers;
+    bool hasReachedView = false;
     bool isCancelledInView = false;
 };
 
@@ -63,7 +66,7 @@ void tellTargets(UIGestureRecognizer* recognizer)
 
 void cancelInView(NSSet* touches)
 {
-    if (!finger().isCancelledInView)
+    if (finger().hasReachedView && !finger().isCancelledInView)
         finger().view->touchesCancelled_withEvent(touches, nullptr);
     finger().isCancelledInView = true;
 }
@@ -101,8 +104,10 @@ void deliver(UITouchPhase phase)
             send<Name>(recognizer, touches, static_cast<UIEvent*>(nullptr));
     }
     settleRecognizers(touches);
-    if (!finger().isCancelledInView)
-        send<Name>(finger().view.get(), touches, static_cast<UIEvent*>(nullptr));
+    if (finger().isCancelledInView)
+        return;
+    finger().hasReachedView = true;
+    send<Name>(finger().view.get(), touches, static_cast<UIEvent*>(nullptr));
 }
 
 void gatherRecognizers(UIView* view)
@@ -146,6 +151,18 @@ void touchMove(CGPoint point, double pause)
     deliver<"touchesMoved:withEvent:">(UITouchPhaseMoved);
 }
 
+void touchMoveSteadily(CGPoint point, double seconds)
+{
+    if (finger().touch == nullptr)
+        return;
+    const CGPoint start = ivarsOf<TouchState>(finger().touch.get()).location;
+    const long steps = std::max(1L, std::lround(seconds / pauseInGesture));
+    for (long i = 1; i <= steps; ++i) {
+        const auto share = static_cast<CGFloat>(i) / static_cast<CGFloat>(steps);
+        touchMove({std::lerp(start.x, point.x, share), std::lerp(start.y, point.y, share)}, seconds / static_cast<double>(steps));
+    }
+}
+
 void touchUp(CGPoint point, double pause)
 {
     if (finger().touch == nullptr)
@@ -187,7 +204,6 @@ void tap(UIWindow* window, CGPoint point, int times)
 void swipe(UIWindow* window, CGPoint point, Direction direction)
 {
     constexpr CGFloat stroke = 160;
-    constexpr int steps = 10;
     struct Way {
         CGFloat x;
         CGFloat y;
@@ -195,11 +211,7 @@ void swipe(UIWindow* window, CGPoint point, Direction direction)
     constexpr Way ways[] = {{-1, 0}, {1, 0}, {0, -1}, {0, 1}};
     const Way way = ways[static_cast<int>(direction)];
     touchDown(window, point);
-    for (int i = 0; i < steps; ++i) {
-        point.x += way.x * stroke / steps;
-        point.y += way.y * stroke / steps;
-        touchMove(point);
-    }
+    touchMoveSteadily({point.x + way.x * stroke, point.y + way.y * stroke}, strokeTime);
     touchUp();
 }
 

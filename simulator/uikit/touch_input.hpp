@@ -14,11 +14,15 @@ enum class Direction { left, right, up, down };
 /// short enough for the steps of one.
 inline constexpr double pauseBetweenGestures = 1.0;
 inline constexpr double pauseInGesture = 0.02;
+/// How long a finger moves that is in no hurry and does not linger, in seconds.
+inline constexpr double strokeTime = 0.2;
 
 /// A finger that is already down is lifted first. The pause tells a double tap from two single ones, a stroke from a drag.
 void touchDown(UIWindow* window, CGPoint point, double pause = pauseBetweenGestures);
 /// Without a finger down, nothing.
 void touchMove(CGPoint point, double pause = pauseInGesture);
+/// Straight to the point, in steps over so many seconds; without a finger down, nothing.
+void touchMoveSteadily(CGPoint point, double seconds = strokeTime);
 /// Lifts the finger at the point; without a finger down, nothing.
 void touchUp(CGPoint point, double pause = pauseInGesture);
 /// Lifts the finger where it is.

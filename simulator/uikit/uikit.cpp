@@ -23,6 +23,7 @@ void registerUIKit()
     registerUIPanGestureRecognizer();
     registerUIBezierPath();
     registerUIBackdropView();
+    registerUIScrollViewPanGestureRecognizer();
     registerUIScrollView();
     registerUITableViewCell();
     registerUITableView();

@@ -24,6 +24,7 @@ void registerUISwipeGestureRecognizer();
 void registerUIPanGestureRecognizer();
 void registerUIBezierPath();
 void registerUIBackdropView();
+void registerUIScrollViewPanGestureRecognizer();
 void registerUIScrollView();
 void registerUITableViewCell();
 void registerUITableView();

@@ -5,6 +5,7 @@
 #include "platform/runtime/each.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/uikit/motion.hpp"
 #include "simulator/uikit/touch_input.hpp"
 #include "tests/support/MessageLog.hpp"
 #include "tests/support/MorningPhone.hpp"
@@ -705,10 +706,12 @@ TEST_F(AppsView, IsScrolledByAFingerWhenTheRowIsWiderThanTheStrip)
     const Picture before = screenshot();
     EXPECT_EQ(strip_->contentOffset(), (CGPoint{0, 0}));
     simulator::swipe(simulator::springBoardWindow(), {230, 150}, simulator::Direction::left);
+    simulator::finishMotion();
     // The last icon's end and the gap behind it: 300 - 168.
     EXPECT_EQ(strip_->contentOffset(), (CGPoint{132, 0}));
     EXPECT_NE(screenshot(), before);
     simulator::swipe(simulator::springBoardWindow(), {90, 150}, simulator::Direction::right);
+    simulator::finishMotion();
     EXPECT_EQ(strip_->contentOffset(), (CGPoint{0, 0}));
     EXPECT_EQ(screenshot(), before);
 }

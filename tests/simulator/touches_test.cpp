@@ -3,6 +3,7 @@
 #include "platform/UIKit/UITableView.hpp"
 #include "platform/UIKit/UIWindow.hpp"
 #include "platform/runtime/instance_variable.hpp"
+#include "simulator/uikit/motion.hpp"
 #include "simulator/uikit/touch_input.hpp"
 #include "tests/support/Phone.hpp"
 
@@ -72,13 +73,47 @@ TEST_F(FingerOnTheList, DrawsTheListAlong)
     EXPECT_EQ(table()->contentOffset().y, before + 70);
 }
 
-TEST_F(FingerOnTheList, CannotDrawTheListBeyondItsEnds)
+TEST_F(FingerOnTheList, CannotDrawTheListBeyondItsEndsWhenItDoesNotBounce)
 {
+    table()->setBounces(false);
     const CGPoint start = centreOf(row(1));
     const CGFloat before = table()->contentOffset().y;
     simulator::touchDown(simulator::springBoardWindow(), start);
     simulator::touchMove({start.x, start.y + 100});
     EXPECT_EQ(table()->contentOffset().y, before);
+}
+
+TEST_F(FingerOnTheList, DrawsTheListALittleBeyondItsEndsAndLetsItComeBack)
+{
+    const CGPoint start = centreOf(row(1));
+    const CGFloat before = table()->contentOffset().y;
+    simulator::touchDown(simulator::springBoardWindow(), start);
+    simulator::touchMove({start.x, start.y + 100});
+    const CGFloat drawn = table()->contentOffset().y;
+    EXPECT_LT(drawn, before - 20);
+    EXPECT_GT(drawn, before - 80);
+    simulator::touchUp();
+    simulator::finishMotion();
+    EXPECT_EQ(table()->contentOffset().y, before);
+}
+
+TEST_F(FingerOnTheList, StopsTheListInMotionAndSelectsNothing)
+{
+    const CGPoint start = centreOf(row(4));
+    simulator::touchDown(simulator::springBoardWindow(), start);
+    simulator::touchMoveSteadily({start.x, start.y - 40}, 0.1);
+    simulator::touchUp();
+    simulator::advanceMotion(0.1);
+    const CGFloat caught = table()->contentOffset().y;
+    simulator::touchDown(simulator::springBoardWindow(), {start.x, 200});
+    simulator::advanceMotion(1);
+    EXPECT_EQ(table()->contentOffset().y, caught);
+    simulator::touchUp();
+    simulator::finishMotion();
+    EXPECT_EQ(table()->contentOffset().y, caught);
+    EXPECT_EQ((send<"selectedRow", NSInteger>(table())), NSNotFound);
+    for (const NSUInteger each : {0U, 1U, 2U, 3U})
+        EXPECT_FALSE(isHighlighted(each));
 }
 
 TEST_F(FingerOnTheList, SelectsNothingAfterADrag)

@@ -54,6 +54,13 @@ class WindowOfThePhone:
     def click_at(self, x, y, *times):
         self.display.click_at(*self.place(x, y), times)
 
+    def drag(self, start, end):
+        self.display.input("mousemove", *map(str, self.place(*start)), "mousedown", "1",
+                           "mousemove", *map(str, self.place(*end)))
+
+    def let_go(self):
+        self.display.input("mouseup", "1")
+
     def wait(self, what, holds):
         wait(what, holds)
         print("ok:", what, flush=True)
@@ -104,6 +111,14 @@ def work(window, folder):
     window.has_answered(with_pane)
     window.click_at(*calendar, time + 60)
     window.wait("a double click that arrives slowly closes it", lambda: window.look() == with_icon)
+
+    window.click(282, 103)
+    window.wait("a click on the bell opens the list", lambda: window.look() != with_icon)
+    with_list = window.look()
+    window.drag((160, 300), (160, 420))
+    window.wait("a finger draws the list down", lambda: window.look() != with_list)
+    window.let_go()
+    window.wait("the list comes back by itself when it is let go", lambda: window.look() == with_list)
 
     window.press("p")
     window.wait("P leaves a picture", (folder / "lockscreen-1.png").exists)
