@@ -18,6 +18,14 @@ double momentIn(const std::string& localTime)
     return *moment;
 }
 
+double secondsIn(const std::string& text, int longest)
+{
+    const auto seconds = parseNumber<double>(text);
+    if (!seconds || !(*seconds >= 0 && *seconds <= longest))
+        throw BadLine('"' + text + "\" is no number of seconds from 0 to " + std::to_string(longest));
+    return *seconds;
+}
+
 NSString* optionalText(Words arguments, std::size_t index)
 {
     return index < arguments.size() ? toNSString(arguments[index]) : nullptr;

@@ -33,6 +33,9 @@ Meaning chosen(const std::string& word, const Choice<Meaning> (&choices)[Count])
     throw BadLine("expected " + expected + ", not \"" + word + '"');
 }
 
+/// From 0 to the longest.
+double secondsIn(const std::string& text, int longest);
+
 /// A text that a command may leave out; nil then.
 NSString* optionalText(Words arguments, std::size_t index);
 

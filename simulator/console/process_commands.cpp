@@ -3,8 +3,7 @@
 #include <chrono>
 #include <utility>
 
-#include "simulator/console/BadLine.hpp"
-#include "simulator/console/numbers.hpp"
+#include "simulator/console/arguments.hpp"
 #include "simulator/console/report.hpp"
 #include "simulator/console/waiting.hpp"
 #include "simulator/foundation/phone_system.hpp"
@@ -38,12 +37,10 @@ void takeScreenshot(Console& console, Words arguments)
 
 void sleepFor(Console&, Words arguments)
 {
-    constexpr double longest = 86400;
-    const auto seconds = parseNumber<double>(arguments[0]);
-    if (!seconds || !(*seconds >= 0 && *seconds <= longest))
-        throw BadLine('"' + arguments[0] + "\" is no number of seconds from 0 to " + std::to_string(static_cast<int>(longest)));
-    waitFor(std::chrono::duration<double>(*seconds));
-    passFingerTime(*seconds);
+    constexpr int aDay = 86400;
+    const double seconds = secondsIn(arguments[0], aDay);
+    waitFor(std::chrono::duration<double>(seconds));
+    passFingerTime(seconds);
 }
 
 void quit(Console& console, Words)

@@ -466,6 +466,39 @@ TEST(ReleaseCommand, EndsATapWhenItComesSoonEnough)
                 ElementsAre(nullptr, 1, 2, 2, 3));
 }
 
+TEST(ReleaseCommand, LetsTheListComeToRestBeforeTheNextCommand)
+{
+    const auto lines = linesOf(StockConsole(), manyRows + "press 160,100\nmove 160,300\n" + showOffset + "release\n" +
+                                                   showOffset + "show listView._tableView.isDecelerating\n");
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_LT(lines[0][1], -20);
+    EXPECT_EQ(lines[1], Json({0, -20}));
+    EXPECT_EQ(lines[2], false);
+}
+
+TEST(MoveCommand, DrawsTheListAlongAndLeavesItInTheFingersHold)
+{
+    EXPECT_THAT(linesOf(StockConsole(), manyRows + "press 160,300\nmove 160,250\n" + showOffset +
+                                            "show listView._tableView.isDragging\nmove 160,290 3\n" + showOffset),
+                ElementsAre(Json({0, 30}), true, Json({0, -10})));
+}
+
+TEST(MoveCommand, TakesItsTime)
+{
+    // A finger that has rested for a while pushes nothing.
+    EXPECT_THAT(linesOf(StockConsole(), manyRows + "press 160,300\nmove 160,250\nmove 160,250 0.5\nrelease\n" + showOffset),
+                ElementsAre(Json({0, 30})));
+    const auto slow = lineOf(StockConsole(), manyRows + "press 160,300\nmove 160,250 1\nrelease\n" + showOffset);
+    const auto quick = lineOf(StockConsole(), manyRows + "press 160,300\nmove 160,250\nrelease\n" + showOffset);
+    EXPECT_GT(slow[1], 30);
+    EXPECT_GT(quick[1], slow[1]);
+}
+
+TEST(MoveCommand, HoldsAFingerForTooLongATapWithoutWaitingForIt)
+{
+    EXPECT_THAT(linesOf(StockConsole(), countedTaps + "press v\nmove v 60\nrelease\nshow log.count\n"), ElementsAre(nullptr, 0));
+}
+
 TEST(TapCommand, SelectsTheRow)
 {
     EXPECT_THAT(linesOf(StockConsole(), twoRows + "tap 160,80\n" + showRows), ElementsAre(false, false, true, false));
@@ -495,9 +528,20 @@ TEST(TapCommand, CountsItsTaps)
 
 TEST(SwipeCommand, ScrollsALongList)
 {
-    const auto lines = linesOf(StockConsole(), manyRows + showOffset + "swipe 160,300 up\n" + showOffset);
+    // The finger's 160 points, and what the list goes on by itself: 600 points a second come to 300.
+    std::string rows = manyRows;
+    for (int i = 0; i < 8; ++i)
+        rows += "notify more\n";
+    const auto lines = linesOf(StockConsole(), rows + "layout\n" + showOffset + "swipe 160,300 up\n" + showOffset);
     ASSERT_EQ(lines.size(), 2U);
-    EXPECT_EQ(lines[1][1], lines[0][1].get<int>() + 160);
+    EXPECT_EQ(lines[1][1], lines[0][1].get<double>() + 459.5);
+}
+
+TEST(SwipeCommand, LeavesAListThatBouncesAtItsEnd)
+{
+    const auto lines = linesOf(StockConsole(), manyRows + "swipe 160,300 up\nswipe 160,300 up\n" + showOffset);
+    // Eight rows of 72 points, and the inset of 190 below them.
+    EXPECT_THAT(lines, ElementsAre(Json({0, 8 * 72 + 190 - 568})));
 }
 
 TEST(SwipeCommand, DoesNotScrollAShortList)

@@ -346,6 +346,15 @@ public:
         return items == listItems ? "the list's" : "others";
     }
 
+    /// Whether nothing but contents is to be seen, or these from their beginning.
+    static bool isInRange(UIScrollView* scrollView)
+    {
+        const auto [origin, size] = scrollView->bounds();
+        const CGSize contents = scrollView->contentSize();
+        return origin.x >= 0 && origin.x <= std::max<CGFloat>(0, contents.width - size.width) && origin.y >= 0 &&
+               origin.y <= std::max<CGFloat>(0, contents.height - size.height);
+    }
+
     void stripLines(NSArray* listItems)
     {
         auto* const strip = static_cast<UIScrollView*>(view("appsView"));
@@ -358,8 +367,9 @@ public:
         line("appsView", itself(strip) + (send<"isScrollEnabled", BOOL>(strip) != NO ? " scrolls" : "") +
                              (send<"showsHorizontalScrollIndicator", BOOL>(strip) != NO ? " shows how far across" : "") +
                              (send<"showsVerticalScrollIndicator", BOOL>(strip) != NO ? " shows how far down" : "") +
-                             " content " + numbers({content.width, content.height}) + " items " + ownerOf(items, listItems) +
-                             " subviews " + std::to_string(strip->subviews()->count()));
+                             (isInRange(strip) ? "" : " shows beyond its contents") + " content " +
+                             numbers({content.width, content.height}) + " items " + ownerOf(items, listItems) + " subviews " +
+                             std::to_string(strip->subviews()->count()));
         NSDictionary* const icons = send<"iconImgViews", NSDictionary*>(strip);
         std::string row;
         for (NSObject* icon : elementsOf(send<"allValues", NSArray*>(icons)))
