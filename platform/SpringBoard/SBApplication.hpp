@@ -29,7 +29,12 @@ public:
     }
 };
 
-class SBApplicationIcon : public NSObject {
+class SBIcon : public NSObject {};
+
+/// An icon that stands for one thing, as a folder's does not.
+class SBLeafIcon : public SBIcon {};
+
+class SBApplicationIcon : public SBLeafIcon {
 public:
     static SBApplicationIcon* alloc() { return send<"alloc", SBApplicationIcon*>(classNamed<"SBApplicationIcon">()); }
     SBApplicationIcon* initWithApplication(SBApplication* application)

@@ -24,14 +24,14 @@ public:
 };
 
 /// A card, such as a boarding pass.
-class SBCardItem : public NSObject {
+class SBSCardItem : public NSObject {
 public:
     NSString* identifier() const { return send<"identifier", NSString*>(this); }
 };
 
 class SBAwayCardListItem : public SBAwayListItem {
 public:
-    SBCardItem* cardItem() const { return send<"cardItem", SBCardItem*>(this); }
+    SBSCardItem* cardItem() const { return send<"cardItem", SBSCardItem*>(this); }
     UIImage* cardThumbnail() const { return send<"cardThumbnail", UIImage*>(this); }
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/UIKit/UIView.hpp"
+#include "platform/UIKit/UIViewController.hpp"
 
 /// SpringBoard's private lock-screen classes.
 
@@ -8,7 +8,7 @@
 class SBLockScreenNotificationListView : public UIView {};
 
 /// Keeps the notifications of the lock screen and drives their list.
-class SBLockScreenNotificationListController : public NSObject {
+class SBLockScreenNotificationListController : public UIViewController {
 public:
     void clearItemsForNotificationCenter() { send<"clearItemsForNotificationCenter">(this); }
     void prepareForTeardown() { send<"prepareForTeardown">(this); }
@@ -16,8 +16,11 @@ public:
     void _updateModelAndViewForAdditionOfItem(NSObject* item) { send<"_updateModelAndViewForAdditionOfItem:">(this, item); }
 };
 
+/// What covers the screen until the user has dealt with it.
+class SBAlertView : public UIView {};
+
 /// The lock screen as a whole.
-class SBLockScreenView : public UIView {
+class SBLockScreenView : public SBAlertView {
 public:
     void _addLockContentUnderlayWithRequester(NSObject* requester)
     {

@@ -23,8 +23,6 @@ enum UISwipeGestureRecognizerDirection : NSUInteger {
 class UIGestureRecognizer : public NSObject {
 public:
     UIView* view() const { return send<"view", UIView*>(this); }
-    /// Not retained.
-    void setView(UIView* view) { send<"setView:">(this, view); }
     UIGestureRecognizerState state() const { return send<"state", UIGestureRecognizerState>(this); }
     void setState(UIGestureRecognizerState state) { send<"setState:">(this, state); }
     bool isEnabled() const { return send<"isEnabled", BOOL>(this) != NO; }

@@ -13,7 +13,18 @@ public:
     void setSelected(bool selected) { send<"setSelected:">(this, BOOL{selected}); }
 };
 
-/// A list of rows that scrolls. Its data source answers tableView:numberOfRowsInSection: and tableView:cellForRow:.
+/// The place of a row in a table: UIKit's addition to Foundation's class.
+class NSIndexPath : public NSObject {
+public:
+    static NSIndexPath* indexPathForRow_inSection(NSInteger row, NSInteger section)
+    {
+        return send<"indexPathForRow:inSection:", NSIndexPath*>(classNamed<"NSIndexPath">(), row, section);
+    }
+    NSInteger row() const { return send<"row", NSInteger>(this); }
+    NSInteger section() const { return send<"section", NSInteger>(this); }
+};
+
+/// A list of rows that scrolls. Its data source answers tableView:numberOfRowsInSection: and tableView:cellForRowAtIndexPath:.
 class UITableView : public UIScrollView {
 public:
     static UITableView* alloc() { return send<"alloc", UITableView*>(classNamed<"UITableView">()); }

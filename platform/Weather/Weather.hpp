@@ -12,7 +12,7 @@ public:
     void update() { send<"update">(this); }
     /// Degrees Celsius, as text.
     NSString* temperature() const { return send<"temperature", NSString*>(this); }
-    NSInteger conditionCode() const { return send<"conditionCode", NSInteger>(this); }
+    NSUInteger conditionCode() const { return send<"conditionCode", NSUInteger>(this); }
 };
 
 /// Knows where the phone is.
@@ -39,8 +39,10 @@ public:
     bool isCelsius() const { return send<"isCelsius", BOOL>(this) != NO; }
 };
 
+class WeatherUpdater : public NSObject {};
+
 /// Fetches the weather of a place.
-class LocationUpdater : public NSObject {
+class LocationUpdater : public WeatherUpdater {
 public:
     static LocationUpdater* sharedLocationUpdater()
     {

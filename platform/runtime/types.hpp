@@ -22,12 +22,10 @@ using Method = objc_method*;
 /// A method's implementation. It is called through a pointer of its real type, never through this one.
 using IMP = void (*)();
 
-#if defined(__APPLE__) && defined(__LP64__)
+#if defined(__LP64__)
 using BOOL = bool;
-#elif defined(__APPLE__)
-using BOOL = signed char;
 #else
-using BOOL = unsigned char;
+using BOOL = signed char;
 #endif
 
 inline constexpr BOOL YES = 1;

@@ -26,7 +26,7 @@ std::string flagName(const char* property)
 
 std::string stateName(const char* className)
 {
-    return std::string("_") + className + "State";
+    return std::string("simulator_") + className;
 }
 
 } // namespace simulator

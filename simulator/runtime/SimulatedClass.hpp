@@ -12,8 +12,8 @@ namespace simulator {
 /// For the property "name": its setter "setName:", and the getter "isName" of a BOOL.
 std::string setterName(const char* property);
 std::string flagName(const char* property);
-/// The variable that holds the state of a class's objects. A name of its own: GNU's runtime refuses a second variable of one name
-/// along the superclasses.
+/// The variable that holds the state of a class's objects, under a name that no phone has. Each class has its own: GNU's runtime
+/// refuses a second variable of one name along the superclasses.
 std::string stateName(const char* className);
 
 /// A class of the simulated platform whose objects each hold one C++ `State`. The state is constructed when the object is
@@ -167,14 +167,17 @@ private:
     std::string stateName_;
 };
 
-/// Replaces the implementation of a method that a class of the platform already has; class methods too, through the
-/// class's own class. Gives the previous implementation.
+/// Replaces the implementation of a method that a class of the platform already has, one that it inherits in that class alone;
+/// class methods too, through the class's own class. Gives the previous implementation.
 template <FixedString Name, class Result, class Self, class... Arguments>
 inline auto replaceMethod(Class cls, Result (*implementation)(Self*, SEL, Arguments...))
 {
     const Method method = class_getInstanceMethod(cls, selector<Name>());
-    return reinterpret_cast<Result (*)(Self*, SEL, Arguments...)>(
-        method_setImplementation(method, reinterpret_cast<IMP>(implementation)));
+    const auto replacement = reinterpret_cast<IMP>(implementation);
+    IMP previous = method_getImplementation(method);
+    if (class_addMethod(cls, selector<Name>(), replacement, method_getTypeEncoding(method)) == NO)
+        previous = method_setImplementation(method, replacement);
+    return reinterpret_cast<Result (*)(Self*, SEL, Arguments...)>(previous);
 }
 
 /// Adds a method to a class of the platform that lacks it.

@@ -26,6 +26,8 @@ struct CalendarState {
     std::filesystem::path file;
 };
 
+struct CalendarItemState {};
+
 struct EventState {
     Owned<NSString> title;
     Owned<NSDate> startDate;
@@ -113,7 +115,8 @@ NSArray* eventsMatchingPredicate(EKEventStore* self, SEL, NSPredicate* predicate
 void registerEventKit()
 {
     SimulatedClass<CalendarState>("EKCalendar", "NSObject").readOnly<&CalendarState::title>("title").registerClass();
-    SimulatedClass<EventState>("EKEvent", "NSObject")
+    SimulatedClass<CalendarItemState>("EKCalendarItem", "NSObject").registerClass();
+    SimulatedClass<EventState>("EKEvent", "EKCalendarItem")
         .readOnly<&EventState::title>("title")
         .readOnly<&EventState::startDate>("startDate")
         .readOnly<&EventState::endDate>("endDate")

@@ -13,7 +13,7 @@ namespace {
 struct CityState {
     // The weather of the last update.
     Owned<NSString> temperature;
-    NSInteger conditionCode = 0;
+    NSUInteger conditionCode = 0;
 };
 
 void update(City* self, SEL)
@@ -23,7 +23,7 @@ void update(City* self, SEL)
         return;
     auto& city = ivarsOf<CityState>(self);
     city.temperature = weather->temperature ? toNSString(*weather->temperature) : nullptr;
-    city.conditionCode = weather->conditionCode;
+    city.conditionCode = static_cast<NSUInteger>(weather->conditionCode);
 }
 
 struct WeatherLocationManagerState {
@@ -34,6 +34,8 @@ struct WeatherPreferencesState {
     bool localWeatherEnabled = false;
     Owned<City> city;
 };
+
+struct WeatherUpdaterState {};
 
 struct LocationUpdaterState {};
 
@@ -96,7 +98,8 @@ void registerWeather()
         .method<"localWeatherCity">(localWeatherCity)
         .method<"isCelsius">(isCelsius)
         .registerClass();
-    SimulatedClass<LocationUpdaterState>("LocationUpdater", "NSObject")
+    SimulatedClass<WeatherUpdaterState>("WeatherUpdater", "NSObject").registerClass();
+    SimulatedClass<LocationUpdaterState>("LocationUpdater", "WeatherUpdater")
         .classMethod<"sharedLocationUpdater">(sharedInstance<"LocationUpdater">)
         .method<"updateWeatherForLocation:city:">(updateWeatherForLocation)
         .method<"handleCompletionForCity:withUpdateDetail:">(handleCompletionForCity)

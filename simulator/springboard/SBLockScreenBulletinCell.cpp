@@ -1,5 +1,5 @@
-#include "platform/UIKit/UITableView.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/springboard/list_items.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 #include "simulator/springboard/views.hpp"
 
@@ -37,15 +37,6 @@ UITableViewCell* initWithFrame(UITableViewCell* self, SEL, CGRect frame)
     return self;
 }
 
-void setItem(UITableViewCell* self, SEL, NSObject* item)
-{
-    auto& cell = ivarsOf<BulletinCellState>(self);
-    cell.icon->setImage(send<"rowImage", UIImage*>(item));
-    cell.title->setText(send<"rowTitle", NSString*>(item));
-    cell.message->setText(send<"rowMessage", NSString*>(item));
-    self->setNeedsLayout();
-}
-
 /// The message keeps to the top under its title, whether it takes one line or two.
 void layoutSubviews(UITableViewCell* self, SEL)
 {
@@ -64,11 +55,19 @@ void layoutSubviews(UITableViewCell* self, SEL)
 
 } // namespace
 
+void showInCell(UITableViewCell* cell, const ListItemRow& row)
+{
+    const auto& parts = ivarsOf<BulletinCellState>(cell);
+    parts.icon->setImage(row.image);
+    parts.title->setText(row.title);
+    parts.message->setText(row.message);
+    cell->setNeedsLayout();
+}
+
 void registerSBLockScreenBulletinCell()
 {
     SimulatedClass<BulletinCellState>("SBLockScreenBulletinCell", "UITableViewCell")
         .method<"initWithFrame:">(initWithFrame)
-        .method<"setItem:">(setItem)
         .method<"layoutSubviews">(layoutSubviews)
         .registerClass();
 }

@@ -1,101 +1,259 @@
+#include <algorithm>
+#include <vector>
+
 #include "platform/Foundation/NSArray.hpp"
 #include "platform/SpringBoard/SBLockScreen.hpp"
-#include "platform/UIKit/UITableView.hpp"
+#include "platform/UIKit/UIScreen.hpp"
 #include "platform/runtime/ClassBuilder.hpp"
+#include "platform/runtime/each.hpp"
+#include "simulator/foundation/phone_system.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/springboard/bulletins.hpp"
+#include "simulator/springboard/list_items.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 
-/// The stock controller: it keeps the list's items, newest first, and is the table's data source.
+/// The stock controller: the bulletin board tells it of notifications, it makes items of them, keeps these newest first, and
+/// tells its view. An item is in the list when the method that adds it returns, and not before it is called.
 
 namespace simulator {
 
 namespace {
 
 using Controller = SBLockScreenNotificationListController;
+using ListView = SBLockScreenNotificationListView;
 
 struct ControllerIvars {
+    Strong<ListView> _notificationView;
     Strong<NSMutableArray> _listItems;
-    Strong<SBLockScreenNotificationListView> _listView;
-    BOOL _inScreenOffMode;
 };
 
-Controller* initWithListView(Controller* self, SEL, SBLockScreenNotificationListView* view)
+NSMutableArray* itemsOf(Controller* self)
 {
-    auto& ivars = ivarsOf<ControllerIvars>(self);
-    ivars._listItems = adopt(NSMutableArray::alloc()->init());
-    ivars._listView = view;
-    send<"setDataSource:">(view, self);
+    return ivarsOf<ControllerIvars>(self)._listItems;
+}
+
+ListView* viewOf(Controller* self)
+{
+    return ivarsOf<ControllerIvars>(self)._notificationView;
+}
+
+/// The place of that very item; NSNotFound when it is not in the list.
+NSUInteger placeOf(Controller* self, NSObject* item)
+{
+    return send<"indexOfObjectIdenticalTo:", NSUInteger>(itemsOf(self), item);
+}
+
+Controller* initWithNibName_bundle(Controller* self, SEL, NSString* name, NSObject* bundle)
+{
+    superOf<ControllerIvars, "initWithNibName:bundle:", Controller*>(self, name, bundle);
+    ivarsOf<ControllerIvars>(self)._listItems = adopt(NSMutableArray::alloc()->init());
     return self;
 }
 
-/// The item is in the list before anybody is told.
-void addItem(Controller* self, SEL, NSObject* item)
+void loadView(Controller* self, SEL)
 {
-    ivarsOf<ControllerIvars>(self)._listItems->insertObject_atIndex(item, 0);
-    self->_updateModelAndViewForAdditionOfItem(item);
+    auto& view = ivarsOf<ControllerIvars>(self)._notificationView;
+    UIView* const allocated = send<"alloc", UIView*>(classNamed<"SBLockScreenNotificationListView">());
+    view = adopt(static_cast<ListView*>(allocated->initWithFrame(UIScreen::mainScreen()->bounds())));
+    send<"setModel:">(view.get(), self);
+    self->setView(view);
 }
 
-void updateModelAndViewForAdditionOfItem(Controller* self, SEL, NSObject*)
+// What the view asks its model
+
+NSUInteger count(Controller* self, SEL)
 {
-    send<"reloadData">(ivarsOf<ControllerIvars>(self)._listView.get());
+    return itemsOf(self)->count();
+}
+
+NSObject* listItemAtIndexPath(Controller* self, SEL, NSIndexPath* path)
+{
+    return itemsOf(self)->objectAtIndex(static_cast<NSUInteger>(path->row()));
+}
+
+// What happens to items
+
+/// Newest first; what is equally new stays as it stands.
+void sortItemList(Controller*, SEL, NSMutableArray* list)
+{
+    std::vector<Owned<NSObject>> items;
+    for (NSObject* item : each<NSObject>(list))
+        items.emplace_back(item);
+    const auto age = [](const Owned<NSObject>& item) {
+        return -ivarsOf<ListItemIvars>(item.get())._timestamp->timeIntervalSince1970();
+    };
+    if (std::ranges::is_sorted(items, {}, age))
+        return;
+    std::ranges::stable_sort(items, {}, age);
+    list->removeAllObjects();
+    for (const auto& item : items)
+        list->addObject(item);
+}
+
+void sortListItems(Controller* self, SEL selector)
+{
+    sortItemList(self, selector, itemsOf(self));
+}
+
+void updateForAddition(Controller* self, SEL selector, NSObject* item)
+{
+    // Told of twice, an item is listed once.
+    if (placeOf(self, item) == NSUInteger{NSNotFound})
+        itemsOf(self)->insertObject_atIndex(item, 0);
+    sortListItems(self, selector);
+    send<"updateForAdditionOfItemAtIndex:allowHighlightOnInsert:">(viewOf(self), placeOf(self, item), YES);
+}
+
+void updateForModification(Controller* self, SEL selector, NSObject* item)
+{
+    const NSUInteger oldPlace = placeOf(self, item);
+    sortListItems(self, selector);
+    send<"updateForModificationOfItemWithOldIndex:andNewIndex:">(viewOf(self), oldPlace, placeOf(self, item));
+}
+
+void updateForRemoval(Controller* self, SEL, NSObject* item)
+{
+    const Owned<NSObject> removed(item);
+    const NSUInteger place = placeOf(self, item);
+    send<"removeObjectAtIndex:">(itemsOf(self), place);
+    send<"updateForRemovalOfItemAtIndex:removedItem:">(viewOf(self), place, removed.get());
+}
+
+void updateForReplacing(Controller* self, SEL, NSObject* item, NSObject* newItem)
+{
+    const NSUInteger place = placeOf(self, item);
+    send<"replaceObjectAtIndex:withObject:">(itemsOf(self), place, newItem);
+    send<"updateForModificationOfItemWithOldIndex:andNewIndex:">(viewOf(self), place, place);
 }
 
 void clearItemsForNotificationCenter(Controller* self, SEL)
 {
-    auto& ivars = ivarsOf<ControllerIvars>(self);
-    ivars._listItems->removeAllObjects();
-    send<"reloadData">(ivars._listView.get());
+    itemsOf(self)->removeAllObjects();
+    send<"updateForRemovalOfItems">(viewOf(self));
 }
+
+// What the bulletin board tells
+
+/// The first notification of the list that does; nil when none does.
+template <class Condition>
+SBAwayBulletinListItem* firstNotification(Controller* self, const Condition& holds)
+{
+    for (NSObject* item : each<NSObject>(itemsOf(self))) {
+        auto* const notification = static_cast<SBAwayBulletinListItem*>(item);
+        if (item->isKindOfClass(classNamed<"SBAwayBulletinListItem">()) && holds(notification))
+            return notification;
+    }
+    return nullptr;
+}
+
+/// The item that takes the bulletin in; nil when it gets one of its own.
+SBAwayBulletinListItem* itemThatTakesIn(Controller* self, SEL, BBBulletin* bulletin)
+{
+    return firstNotification(
+        self, [bulletin](SBAwayBulletinListItem* item) { return send<"canCoalesceWithBulletin:", BOOL>(item, bulletin) != NO; });
+}
+
+SBAwayBulletinListItem* itemWith(Controller* self, BBBulletin* bulletin)
+{
+    return firstNotification(self, [bulletin](SBAwayBulletinListItem* item) {
+        for (BBBulletin* own : each<BBBulletin>(send<"bulletins", NSArray*>(item))) {
+            if (areTheSame(own, bulletin))
+                return true;
+        }
+        return false;
+    });
+}
+
+void addBulletin(Controller* self, BBBulletin* bulletin)
+{
+    if (SBAwayBulletinListItem* const item = itemThatTakesIn(self, nullptr, bulletin)) {
+        send<"addBulletin:">(item, bulletin);
+        send<"_updateModelAndViewForModificationOfItem:">(self, item);
+        return;
+    }
+    const Owned<NSObject> item = newListItem(classNamed<"SBAwayBulletinListItem">());
+    send<"initWithBulletin:andObserver:", id>(item.get(), bulletin, id{});
+    self->_updateModelAndViewForAdditionOfItem(item);
+}
+
+void observer_addBulletin_forFeed(Controller* self, SEL, NSObject*, BBBulletin* bulletin, NSUInteger)
+{
+    addBulletin(self, bulletin);
+}
+
+void observer_addBulletin_forFeed_playLightsAndSirens_withReply(Controller* self, SEL, NSObject*, BBBulletin* bulletin,
+                                                                NSUInteger, BOOL, id)
+{
+    addBulletin(self, bulletin);
+}
+
+void observer_modifyBulletin(Controller* self, SEL, NSObject*, BBBulletin* bulletin)
+{
+    SBAwayBulletinListItem* const item = itemWith(self, bulletin);
+    if (item == nullptr)
+        return;
+    send<"modifyBulletin:">(item, bulletin);
+    send<"_updateModelAndViewForModificationOfItem:">(self, item);
+}
+
+/// An item goes with its last bulletin.
+void observer_removeBulletin(Controller* self, SEL, NSObject*, BBBulletin* bulletin)
+{
+    SBAwayBulletinListItem* const item = itemWith(self, bulletin);
+    if (item == nullptr)
+        return;
+    if (send<"bulletins", NSArray*>(item)->count() == 1) {
+        send<"_updateModelAndViewForRemovalOfItem:">(self, item);
+        return;
+    }
+    send<"removeBulletin:">(item, bulletin);
+    send<"_updateModelAndViewForModificationOfItem:">(self, item);
+}
+
+// What becomes of the lock screen
 
 /// The view may outlive the controller, which it does not retain.
 void prepareForTeardown(Controller* self, SEL)
 {
-    send<"setDataSource:">(ivarsOf<ControllerIvars>(self)._listView.get(), static_cast<id>(nullptr));
+    send<"setModel:">(viewOf(self), id{});
 }
 
-/// With the screen off, the lock screen that the list is on shows nothing and takes no touches.
 void setInScreenOffMode(Controller* self, SEL, BOOL isOff)
 {
-    auto& ivars = ivarsOf<ControllerIvars>(self);
-    ivars._inScreenOffMode = isOff;
-    ivars._listView->superview()->setHidden(isOff != NO);
-}
-
-BOOL isInScreenOffMode(Controller* self, SEL)
-{
-    return ivarsOf<ControllerIvars>(self)._inScreenOffMode;
-}
-
-NSInteger numberOfRows(Controller* self, SEL, UITableView*, NSInteger)
-{
-    return static_cast<NSInteger>(ivarsOf<ControllerIvars>(self)._listItems->count());
-}
-
-UITableViewCell* cellForRow(Controller* self, SEL, UITableView* table, NSInteger row)
-{
-    auto* const cell = send<"alloc", UITableViewCell*>(classNamed<"SBLockScreenBulletinCell">());
-    cell->initWithFrame(CGRect::make(0, 0, table->bounds().size.width, table->rowHeight()));
-    send<"setItem:">(cell, ivarsOf<ControllerIvars>(self)._listItems->objectAtIndex(static_cast<NSUInteger>(row)));
-    return adopt(cell).autorelease();
+    send<"setInScreenOffMode:">(viewOf(self), isOff);
 }
 
 } // namespace
 
 void registerSBLockScreenNotificationListController()
 {
-    ClassBuilder<ControllerIvars>("SBLockScreenNotificationListController", "NSObject")
-        .ivar<&ControllerIvars::_listItems>("_listItems")
-        .ivar<&ControllerIvars::_listView>("_listView")
-        .ivar<&ControllerIvars::_inScreenOffMode>("_inScreenOffMode")
-        .method<"initWithListView:">(initWithListView)
-        .method<"addItem:">(addItem)
-        .method<"_updateModelAndViewForAdditionOfItem:">(updateModelAndViewForAdditionOfItem)
-        .method<"clearItemsForNotificationCenter">(clearItemsForNotificationCenter)
-        .method<"prepareForTeardown">(prepareForTeardown)
-        .method<"setInScreenOffMode:">(setInScreenOffMode)
-        .method<"isInScreenOffMode">(isInScreenOffMode)
-        .method<"tableView:numberOfRowsInSection:">(numberOfRows)
-        .method<"tableView:cellForRow:">(cellForRow)
-        .registerClass();
+    const Class controller = ClassBuilder<ControllerIvars>("SBLockScreenNotificationListController", "UIViewController")
+                                 .ivar<&ControllerIvars::_notificationView>("_notificationView")
+                                 .ivar<&ControllerIvars::_listItems>("_listItems")
+                                 .method<"initWithNibName:bundle:">(initWithNibName_bundle)
+                                 .method<"loadView">(loadView)
+                                 .method<"count">(count)
+                                 .method<"listItemAtIndexPath:">(listItemAtIndexPath)
+                                 .method<"_updateModelAndViewForAdditionOfItem:">(updateForAddition)
+                                 .method<"_updateModelAndViewForModificationOfItem:">(updateForModification)
+                                 .method<"_updateModelAndViewForRemovalOfItem:">(updateForRemoval)
+                                 .method<"_updateModelAndViewForReplacingItem:withNewItem:">(updateForReplacing)
+                                 .method<"clearItemsForNotificationCenter">(clearItemsForNotificationCenter)
+                                 .method<"observer:modifyBulletin:">(observer_modifyBulletin)
+                                 .method<"observer:removeBulletin:">(observer_removeBulletin)
+                                 .method<"prepareForTeardown">(prepareForTeardown)
+                                 .method<"setInScreenOffMode:">(setInScreenOffMode)
+                                 .registerClass();
+    if (phoneSystem() < System::v8_1) {
+        addMethod<"_sortListItems">(controller, &sortListItems);
+        addMethod<"_listItemForNewBulletin:">(controller, &itemThatTakesIn);
+        addMethod<"observer:addBulletin:forFeed:">(controller, &observer_addBulletin_forFeed);
+    } else {
+        addMethod<"_sortItemList:">(controller, &sortItemList);
+        addMethod<"_coalescableListItemForNewBulletin:">(controller, &itemThatTakesIn);
+        addMethod<"observer:addBulletin:forFeed:playLightsAndSirens:withReply:">(
+            controller, &observer_addBulletin_forFeed_playLightsAndSirens_withReply);
+    }
 }
 
 } // namespace simulator

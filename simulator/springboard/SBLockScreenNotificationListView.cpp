@@ -1,10 +1,12 @@
 #include "platform/SpringBoard/SBLockScreen.hpp"
-#include "platform/UIKit/UITableView.hpp"
 #include "platform/runtime/ClassBuilder.hpp"
+#include "simulator/foundation/phone_system.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/springboard/list_items.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 
-/// The stock list view: a container over all of it, the table in the container, and a pocket at either end under which
-/// rows that scroll out of sight slip.
+/// The stock list view: a container over all of it, the table in the container, and from 7.0.4 on a pocket at either end under
+/// which rows that scroll out of sight slip. It shows what its model lists.
 
 namespace simulator {
 
@@ -12,17 +14,33 @@ namespace {
 
 using ListView = SBLockScreenNotificationListView;
 
+/// On 7.0 the class has no pockets, and its objects end before them.
 struct ListViewIvars {
-    Strong<UIView> _containerView;
     Strong<UITableView> _tableView;
+    Strong<UIView> _containerView;
+    /// Not retained.
+    NSObject* _model;
     Strong<UIView> _topPocketView;
     Strong<UIView> _bottomPocketView;
 };
+
+struct NotificationTableState {};
 
 constexpr CGFloat rowHeight = 72;
 constexpr CGFloat hairline = 0.5;
 /// Rows begin below the status bar and end above the clock.
 constexpr UIEdgeInsets rowInset{.top = 20, .left = 0, .bottom = 190, .right = 0};
+
+bool hasPockets()
+{
+    return phoneSystem() >= System::v7_0_4;
+}
+
+/// The table has a class of its own as long as there have been pockets.
+Class tableClass()
+{
+    return hasPockets() ? classNamed<"SBLockScreenNotificationTableView">() : classNamed<"UITableView">();
+}
 
 Owned<UIView> pocket(CGRect frame)
 {
@@ -34,25 +52,31 @@ Owned<UIView> pocket(CGRect frame)
     return view;
 }
 
+void addPockets(ListView* self, CGSize size)
+{
+    auto& ivars = ivarsOf<ListViewIvars>(self);
+    ivars._topPocketView = pocket(CGRect::make(0, rowInset.top, size.width, hairline));
+    ivars._containerView->addSubview(ivars._topPocketView);
+    ivars._bottomPocketView = pocket(CGRect::make(0, size.height - rowInset.bottom, size.width, hairline));
+    ivars._containerView->addSubview(ivars._bottomPocketView);
+}
+
 ListView* initWithFrame(ListView* self, SEL, CGRect frame)
 {
     superOf<ListViewIvars, "initWithFrame:", ListView*>(self, frame);
     auto& ivars = ivarsOf<ListViewIvars>(self);
     const CGRect bounds = self->bounds();
-    const auto [width, height] = bounds.size;
 
     ivars._containerView = adopt(UIView::alloc()->initWithFrame(bounds));
     self->addSubview(ivars._containerView);
 
-    ivars._tableView = adopt(UITableView::alloc()->initWithFrame(bounds));
+    ivars._tableView = adopt(send<"alloc", UITableView*>(tableClass())->initWithFrame(bounds));
     ivars._tableView->setRowHeight(rowHeight);
     ivars._tableView->setContentInset(rowInset);
     ivars._containerView->addSubview(ivars._tableView);
 
-    ivars._topPocketView = pocket(CGRect::make(0, rowInset.top, width, hairline));
-    ivars._containerView->addSubview(ivars._topPocketView);
-    ivars._bottomPocketView = pocket(CGRect::make(0, height - rowInset.bottom, width, hairline));
-    ivars._containerView->addSubview(ivars._bottomPocketView);
+    if (hasPockets())
+        addPockets(self, bounds.size);
     return self;
 }
 
@@ -64,30 +88,70 @@ void layoutSubviews(ListView* self, SEL)
     ivars._tableView->setFrame(self->bounds());
 }
 
-void setDataSource(ListView* self, SEL, NSObject* source)
+NSObject* model(ListView* self, SEL)
 {
-    ivarsOf<ListViewIvars>(self)._tableView->setDataSource(source);
+    return ivarsOf<ListViewIvars>(self)._model;
 }
 
-void reloadData(ListView* self, SEL)
+/// Without a model there is nobody to ask: the table, which may outlive the view, does not ask the view either.
+void setModel(ListView* self, SEL, NSObject* model)
+{
+    auto& ivars = ivarsOf<ListViewIvars>(self);
+    ivars._model = model;
+    ivars._tableView->setDataSource(model == nullptr ? nullptr : self);
+}
+
+NSInteger tableView_numberOfRowsInSection(ListView* self, SEL, UITableView*, NSInteger)
+{
+    return static_cast<NSInteger>(send<"count", NSUInteger>(ivarsOf<ListViewIvars>(self)._model));
+}
+
+UITableViewCell* tableView_cellForRowAtIndexPath(ListView* self, SEL, UITableView* table, NSIndexPath* path)
+{
+    auto* const cell = send<"alloc", UITableViewCell*>(classNamed<"SBLockScreenBulletinCell">());
+    cell->initWithFrame(CGRect::make(0, 0, table->bounds().size.width, table->rowHeight()));
+    showInCell(cell, rowOf(send<"listItemAtIndexPath:", NSObject*>(ivarsOf<ListViewIvars>(self)._model, path)));
+    return adopt(cell).autorelease();
+}
+
+/// Whatever has changed, all rows are asked for again.
+template <class... Changes>
+void showChange(ListView* self, SEL, Changes...)
 {
     ivarsOf<ListViewIvars>(self)._tableView->reloadData();
+}
+
+/// With the screen off, the lock screen that the list is on shows nothing and takes no touches.
+void setInScreenOffMode(ListView* self, SEL, BOOL isOff)
+{
+    self->superview()->setHidden(isOff != NO);
 }
 
 } // namespace
 
 void registerSBLockScreenNotificationListView()
 {
-    ClassBuilder<ListViewIvars>("SBLockScreenNotificationListView", "UIView")
+    if (hasPockets())
+        SimulatedClass<NotificationTableState>("SBLockScreenNotificationTableView", "UITableView").registerClass();
+    ClassBuilder<ListViewIvars> listView("SBLockScreenNotificationListView", "UIView");
+    listView.ivar<&ListViewIvars::_tableView>("_tableView")
         .ivar<&ListViewIvars::_containerView>("_containerView")
-        .ivar<&ListViewIvars::_tableView>("_tableView")
-        .ivar<&ListViewIvars::_topPocketView>("_topPocketView")
-        .ivar<&ListViewIvars::_bottomPocketView>("_bottomPocketView")
+        .ivar<&ListViewIvars::_model>("_model")
         .method<"initWithFrame:">(initWithFrame)
         .method<"layoutSubviews">(layoutSubviews)
-        .method<"setDataSource:">(setDataSource)
-        .method<"reloadData">(reloadData)
-        .registerClass();
+        .method<"model">(model)
+        .method<"setModel:">(setModel)
+        .method<"tableView:numberOfRowsInSection:">(tableView_numberOfRowsInSection)
+        .method<"tableView:cellForRowAtIndexPath:">(tableView_cellForRowAtIndexPath)
+        .method<"updateForAdditionOfItemAtIndex:allowHighlightOnInsert:">(showChange<NSUInteger, BOOL>)
+        .method<"updateForModificationOfItemWithOldIndex:andNewIndex:">(showChange<NSUInteger, NSUInteger>)
+        .method<"updateForRemovalOfItemAtIndex:removedItem:">(showChange<NSUInteger, NSObject*>)
+        .method<"updateForRemovalOfItems">(showChange<>)
+        .method<"setInScreenOffMode:">(setInScreenOffMode);
+    if (hasPockets())
+        listView.ivar<&ListViewIvars::_topPocketView>("_topPocketView")
+            .ivar<&ListViewIvars::_bottomPocketView>("_bottomPocketView");
+    listView.registerClass();
 }
 
 } // namespace simulator

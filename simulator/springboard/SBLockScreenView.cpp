@@ -14,6 +14,8 @@ namespace simulator {
 
 namespace {
 
+struct AlertViewState {};
+
 struct LockScreenState {
     Owned<UIImageView> wallpaper;
     Owned<UIView> underlay;
@@ -83,7 +85,8 @@ void addLockContentUnderlay(SBLockScreenView* self, SEL, NSObject*)
 
 void registerSBLockScreenView()
 {
-    SimulatedClass<LockScreenState>("SBLockScreenView", "UIView")
+    SimulatedClass<AlertViewState>("SBAlertView", "UIView").registerClass();
+    SimulatedClass<LockScreenState>("SBLockScreenView", "SBAlertView")
         .method<"initWithFrame:">(initWithFrame)
         .method<"layoutSubviews">(layoutSubviews)
         .method<"_addLockContentUnderlayWithRequester:">(addLockContentUnderlay)

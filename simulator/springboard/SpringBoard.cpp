@@ -94,10 +94,10 @@ void lockScreen()
     const CGRect bounds = built.window->bounds();
     built.lockScreenView =
         adopt(static_cast<SBLockScreenView*>(send<"alloc", UIView*>(classNamed<"SBLockScreenView">())->initWithFrame(bounds)));
-    built.listView = adopt(static_cast<SBLockScreenNotificationListView*>(
-        send<"alloc", UIView*>(classNamed<"SBLockScreenNotificationListView">())->initWithFrame(bounds)));
-    built.listController = adopt(send<"initWithListView:", SBLockScreenNotificationListController*>(
-        send<"alloc", id>(classNamed<"SBLockScreenNotificationListController">()), built.listView.get()));
+    built.listController = adopt(static_cast<SBLockScreenNotificationListController*>(
+        send<"alloc", UIViewController*>(classNamed<"SBLockScreenNotificationListController">())
+            ->initWithNibName_bundle(nullptr, nullptr)));
+    built.listView = static_cast<SBLockScreenNotificationListView*>(built.listController->view());
     built.lockScreenView->addSubview(built.listView);
     built.window->insertSubview_atIndex(built.lockScreenView, 0);
     built.window->layoutIfNeeded();
@@ -120,7 +120,7 @@ SBLockScreenNotificationListView* listView()
 
 void addListItem(NSObject* item)
 {
-    send<"addItem:">(desk().listController.get(), item);
+    desk().listController->_updateModelAndViewForAdditionOfItem(item);
 }
 
 void setRelaunchHandler(std::function<void()> handler)

@@ -7,6 +7,7 @@
 #include "platform/SpringBoard/SBLockScreen.hpp"
 #include "simulator/graphics/Bitmap.hpp"
 
+class BBBulletin;
 class UIWindow;
 
 /// SpringBoard itself: its window and its lock screen.
@@ -42,8 +43,16 @@ Owned<NSObject> systemAlertItem(NSString* title, NSString* message);
 /// A list item of none of the other kinds.
 Owned<NSObject> unknownItem();
 
-/// Adds an item to the lock screen's list, which tells its view. There must be a lock screen.
+/// Has the lock screen's controller add an item to its list. There must be a lock screen.
 void addListItem(NSObject* item);
+
+/// The bulletin board tells the lock screen's controller of a bulletin. There must be a lock screen.
+void receiveBulletin(BBBulletin* bulletin);
+/// An item of the list gets other texts: the latest bulletin of a notification, a card's title, an alert's texts. False for an
+/// item that has none.
+bool modifyListItem(NSObject* item, NSString* title, NSString* message);
+/// The latest bulletin of a notification is gone, and the item with it if it was the only one; or the item itself.
+void removeListItem(NSObject* item);
 
 /// Called when SpringBoard is told to relaunch; it must not return.
 void setRelaunchHandler(std::function<void()> handler);

@@ -30,6 +30,9 @@ struct ApplicationControllerState {
     std::map<std::string, Owned<SBApplication>> applications;
 };
 
+struct IconState {};
+struct LeafIconState {};
+
 struct ApplicationIconState {
     Owned<SBApplication> application;
 };
@@ -47,20 +50,23 @@ Owned<SBApplication> applicationInBundle(const std::filesystem::path& bundle)
     return application;
 }
 
-SBApplicationController* initController(SBApplicationController* self, SEL)
+void findApplications(SBApplicationController* controller)
 {
-    auto& applications = ivarsOf<ApplicationControllerState>(self).applications;
+    auto& applications = ivarsOf<ApplicationControllerState>(controller).applications;
     std::error_code missing;
     for (const auto& bundle : std::filesystem::directory_iterator(onThisMachine("/Applications"), missing)) {
         if (const Owned<SBApplication> application = applicationInBundle(bundle.path()))
             applications[toUTF8(application->bundleIdentifier())] = application;
     }
-    return self;
 }
 
 SBApplicationController* sharedInstance(Class cls, SEL)
 {
-    static auto* const controller = send<"new", SBApplicationController*>(cls);
+    static auto* const controller = [cls] {
+        auto* const made = send<"new", SBApplicationController*>(cls);
+        findApplications(made);
+        return made;
+    }();
     return controller;
 }
 
@@ -132,13 +138,14 @@ void registerApplications()
         .registerClass();
     const Class controller = SimulatedClass<ApplicationControllerState>("SBApplicationController", "NSObject")
                                  .classMethod<"sharedInstance">(sharedInstance)
-                                 .method<"init">(initController)
                                  .registerClass();
     if (phoneSystem() < System::v8_1)
         addMethod<"applicationWithDisplayIdentifier:">(controller, &applicationWithIdentifier);
     else
         addMethod<"applicationWithBundleIdentifier:">(controller, &applicationWithIdentifier);
-    SimulatedClass<ApplicationIconState>("SBApplicationIcon", "NSObject")
+    SimulatedClass<IconState>("SBIcon", "NSObject").registerClass();
+    SimulatedClass<LeafIconState>("SBLeafIcon", "SBIcon").registerClass();
+    SimulatedClass<ApplicationIconState>("SBApplicationIcon", "SBLeafIcon")
         .method<"initWithApplication:">(initWithApplication)
         .method<"generateIconImage:">(generateIconImage)
         .registerClass();

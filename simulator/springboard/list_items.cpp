@@ -1,155 +1,180 @@
-#include "platform/SpringBoard/SBApplication.hpp"
-#include "platform/SpringBoard/SBAwayListItem.hpp"
+#include "simulator/springboard/list_items.hpp"
+
 #include "platform/UIKit/UIScreen.hpp"
-#include "simulator/runtime/SimulatedClass.hpp"
+#include "platform/runtime/ClassBuilder.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 #include "simulator/springboard/applications.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 
-/// What can stand in the lock screen's list. Beside what each kind answers on the phone, all answer what the stock list
-/// shows of them: rowTitle, rowMessage and rowImage.
+/// What else than notifications can stand in the lock screen's list.
 
 namespace simulator {
 
 namespace {
 
-struct BulletinState {
-    Owned<NSString> sectionID;
-    Owned<NSString> title;
-    Owned<NSString> message;
+struct CardIvars {
+    Strong<NSString> _identifier;
+    Strong<NSString> _title;
+    Strong<NSString> _body;
 };
 
-struct ListItemState {};
-
-struct BulletinListItemState {
-    Owned<BBBulletin> activeBulletin;
-    Owned<UIImage> iconImage;
+struct CardItemIvars {
+    Strong<SBSCardItem> _cardItem;
+    Strong<UIImage> _cardThumbnail;
 };
 
-struct CardState {
-    Owned<NSString> identifier;
-    Owned<NSString> title;
+struct AlertItemIvars {
+    Strong<NSString> _title;
+    Strong<UIImage> _appImage;
+    Strong<NSString> _message;
 };
 
-struct CardListItemState {
-    Owned<NSObject> cardItem;
-    Owned<UIImage> cardThumbnail;
-};
-
-struct SystemAlertState {
-    Owned<NSString> title;
-    Owned<NSString> message;
-    Owned<UIImage> iconImage;
-};
-
-UIImage* smallIcon(NSString* bundleIdentifier)
+/// The getter of an instance variable.
+template <class Ivars, auto Member>
+auto* object(NSObject* self, SEL)
 {
-    return applicationIcon(bundleIdentifier, 0, UIScreen::mainScreen()->scale());
+    return (ivarsOf<Ivars>(self).*Member).get();
 }
 
-NSString* noTitle(NSObject*, SEL)
+SBSCardItem* initCard(SBSCardItem* self, SEL, NSString* identifier, NSObject*, NSString* title, NSString* body, BOOL, NSString*,
+                      NSObject*)
 {
-    return constantString<"Notification">();
-}
-
-NSString* noMessage(NSObject*, SEL)
-{
-    return nullptr;
-}
-
-UIImage* genericImage(NSObject*, SEL)
-{
-    return smallIcon(nullptr);
-}
-
-/// Without a title of its own, a notification bears its application's name.
-NSString* bulletinTitle(SBAwayBulletinListItem* self, SEL)
-{
-    BBBulletin* const bulletin = self->activeBulletin();
-    if (bulletin->title() != nullptr)
-        return bulletin->title();
-    SBApplication* const application = installedApplication(bulletin->sectionID());
-    return application != nullptr ? application->displayName() : bulletin->sectionID();
-}
-
-NSString* bulletinMessage(SBAwayBulletinListItem* self, SEL)
-{
-    return self->activeBulletin()->message();
+    auto& card = ivarsOf<CardIvars>(self);
+    card._identifier = identifier;
+    card._title = title;
+    card._body = body;
+    return self;
 }
 
 NSString* cardTitle(NSObject* self, SEL)
 {
-    return send<"title", NSString*>(ivarsOf<CardListItemState>(self).cardItem.get());
+    return send<"title", NSString*>(ivarsOf<CardItemIvars>(self)._cardItem.get());
 }
 
-template <class State>
-Owned<NSObject> made(Class cls, State state)
+NSString* cardBody(NSObject* self, SEL)
 {
-    Owned<NSObject> object = adopt(send<"new", NSObject*>(cls));
-    ivarsOf<State>(object.get()) = std::move(state);
-    return object;
+    return send<"body", NSString*>(ivarsOf<CardItemIvars>(self)._cardItem.get());
 }
+
+ListItemRow rowOfCard(NSObject* item)
+{
+    return {cardTitle(item, nullptr), cardBody(item, nullptr), ivarsOf<CardItemIvars>(item)._cardThumbnail};
+}
+
+ListItemRow rowOfAlert(NSObject* item)
+{
+    const auto& alert = ivarsOf<AlertItemIvars>(item);
+    return {alert._title, alert._message, alert._appImage};
+}
+
+ListItemRow rowOfUnknown(NSObject*)
+{
+    return {constantString<"Notification">(), nullptr, rowIcon(nullptr)};
+}
+
+/// Without asking the item, which belongs to whoever made its class.
+bool isOfKind(NSObject* item, Class kind)
+{
+    Class cls = object_getClass(item);
+    while (cls != nullptr && cls != kind)
+        cls = class_getSuperclass(cls);
+    return cls != nullptr;
+}
+
+struct Kind {
+    Class (*cls)();
+    ListItemRow (*row)(NSObject* item);
+};
+
+/// The first kind that an item is of tells what its row shows.
+constexpr Kind kinds[] = {
+    {classNamed<"SBAwayBulletinListItem">, rowOfBulletins},
+    {classNamed<"SBAwayCardListItem">, rowOfCard},
+    {classNamed<"SBAwaySystemAlertItem">, rowOfAlert},
+    {classNamed<"SBAwayListItem">, rowOfUnknown},
+};
 
 } // namespace
 
-Owned<NSObject> bulletinItem(NSString* bundleIdentifier, NSString* title, NSString* message)
+ListItemRow rowOf(NSObject* item)
 {
-    const auto bulletin = made<BulletinState>(classNamed<"BBBulletin">(), {bundleIdentifier, title, message});
-    return made<BulletinListItemState>(classNamed<"SBAwayBulletinListItem">(),
-                                       {static_cast<BBBulletin*>(bulletin.get()), smallIcon(bundleIdentifier)});
+    for (const Kind& kind : kinds) {
+        if (isOfKind(item, kind.cls()))
+            return kind.row(item);
+    }
+    return {};
+}
+
+UIImage* rowIcon(NSString* bundleIdentifier)
+{
+    return applicationIcon(bundleIdentifier, 0, UIScreen::mainScreen()->scale());
+}
+
+Owned<NSObject> newListItem(Class cls)
+{
+    Owned<NSObject> item = adopt(send<"new", NSObject*>(cls));
+    ivarsOf<ListItemIvars>(item.get())._timestamp = NSDate::date();
+    return item;
 }
 
 Owned<NSObject> cardItem(NSString* identifier, NSString* title)
 {
-    const auto card = made<CardState>(classNamed<"SBCardItem">(), {identifier, title});
-    return made<CardListItemState>(classNamed<"SBAwayCardListItem">(), {card, smallIcon(nullptr)});
+    Owned<NSObject> item = newListItem(classNamed<"SBAwayCardListItem">());
+    auto& ivars = ivarsOf<CardItemIvars>(item.get());
+    const NSString* const none = nullptr;
+    ivars._cardItem = adopt(send<"initWithIdentifier:iconData:title:body:requiresPasscode:bundleName:userInfo:", SBSCardItem*>(
+        send<"alloc", id>(classNamed<"SBSCardItem">()), identifier, id{}, title, none, NO, none, id{}));
+    ivars._cardThumbnail = rowIcon(nullptr);
+    return item;
 }
 
 Owned<NSObject> systemAlertItem(NSString* title, NSString* message)
 {
-    return made<SystemAlertState>(classNamed<"SBAwaySystemAlertItem">(), {title, message, smallIcon(nullptr)});
+    Owned<NSObject> item = newListItem(classNamed<"SBAwaySystemAlertItem">());
+    auto& ivars = ivarsOf<AlertItemIvars>(item.get());
+    ivars._title = title;
+    ivars._message = message;
+    ivars._appImage = rowIcon(nullptr);
+    return item;
 }
 
 Owned<NSObject> unknownItem()
 {
-    return made<ListItemState>(classNamed<"SBAwayListItem">(), {});
+    return newListItem(classNamed<"SBAwayListItem">());
 }
 
 void registerListItems()
 {
-    SimulatedClass<BulletinState>("BBBulletin", "NSObject")
-        .readOnly<&BulletinState::sectionID>("sectionID")
-        .readOnly<&BulletinState::title>("title")
-        .readOnly<&BulletinState::message>("message")
+    ClassBuilder<ListItemIvars>("SBAwayListItem", "NSObject")
+        .ivar<&ListItemIvars::_timestamp>("_timestamp")
+        .method<"timestamp">(object<ListItemIvars, &ListItemIvars::_timestamp>)
         .registerClass();
-    SimulatedClass<ListItemState>("SBAwayListItem", "NSObject")
-        .method<"rowTitle">(noTitle)
-        .method<"rowMessage">(noMessage)
-        .method<"rowImage">(genericImage)
+    registerBBBulletin();
+    registerSBAwayBulletinListItem();
+    ClassBuilder<CardIvars>("SBSCardItem", "NSObject")
+        .ivar<&CardIvars::_identifier>("_identifier")
+        .ivar<&CardIvars::_title>("_title")
+        .ivar<&CardIvars::_body>("_body")
+        .method<"initWithIdentifier:iconData:title:body:requiresPasscode:bundleName:userInfo:">(initCard)
+        .method<"identifier">(object<CardIvars, &CardIvars::_identifier>)
+        .method<"title">(object<CardIvars, &CardIvars::_title>)
+        .method<"body">(object<CardIvars, &CardIvars::_body>)
         .registerClass();
-    SimulatedClass<BulletinListItemState>("SBAwayBulletinListItem", "SBAwayListItem")
-        .readOnly<&BulletinListItemState::activeBulletin>("activeBulletin")
-        .readOnly<&BulletinListItemState::iconImage>("iconImage")
-        .method<"rowTitle">(bulletinTitle)
-        .method<"rowMessage">(bulletinMessage)
-        .readOnly<&BulletinListItemState::iconImage>("rowImage")
+    ClassBuilder<CardItemIvars>("SBAwayCardListItem", "SBAwayListItem")
+        .ivar<&CardItemIvars::_cardItem>("_cardItem")
+        .ivar<&CardItemIvars::_cardThumbnail>("_cardThumbnail")
+        .method<"cardItem">(object<CardItemIvars, &CardItemIvars::_cardItem>)
+        .method<"cardThumbnail">(object<CardItemIvars, &CardItemIvars::_cardThumbnail>)
+        .method<"title">(cardTitle)
+        .method<"body">(cardBody)
         .registerClass();
-    SimulatedClass<CardState>("SBCardItem", "NSObject")
-        .readOnly<&CardState::identifier>("identifier")
-        .readOnly<&CardState::title>("title")
-        .registerClass();
-    SimulatedClass<CardListItemState>("SBAwayCardListItem", "SBAwayListItem")
-        .readOnly<&CardListItemState::cardItem>("cardItem")
-        .readOnly<&CardListItemState::cardThumbnail>("cardThumbnail")
-        .method<"rowTitle">(cardTitle)
-        .readOnly<&CardListItemState::cardThumbnail>("rowImage")
-        .registerClass();
-    SimulatedClass<SystemAlertState>("SBAwaySystemAlertItem", "SBAwayListItem")
-        .readOnly<&SystemAlertState::title>("title")
-        .readOnly<&SystemAlertState::iconImage>("iconImage")
-        .readOnly<&SystemAlertState::title>("rowTitle")
-        .readOnly<&SystemAlertState::message>("rowMessage")
-        .readOnly<&SystemAlertState::iconImage>("rowImage")
+    ClassBuilder<AlertItemIvars>("SBAwaySystemAlertItem", "SBAwayListItem")
+        .ivar<&AlertItemIvars::_title>("_title")
+        .ivar<&AlertItemIvars::_appImage>("_appImage")
+        .ivar<&AlertItemIvars::_message>("_message")
+        .method<"title">(object<AlertItemIvars, &AlertItemIvars::_title>)
+        .method<"message">(object<AlertItemIvars, &AlertItemIvars::_message>)
+        .method<"iconImage">(object<AlertItemIvars, &AlertItemIvars::_appImage>)
         .registerClass();
 }
 

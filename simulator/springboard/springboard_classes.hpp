@@ -8,6 +8,8 @@ void registerSpringBoardClasses();
 void registerSpringBoard();
 void registerApplications();
 void registerListItems();
+void registerBBBulletin();
+void registerSBAwayBulletinListItem();
 void registerSBLockScreenBulletinCell();
 void registerSBLockScreenNotificationListView();
 void registerSBLockScreenNotificationListController();

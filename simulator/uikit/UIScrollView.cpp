@@ -73,7 +73,7 @@ UIScrollView* initWithFrame(UIScrollView* self, SEL, CGRect frame)
     self->setClipsToBounds(true);
     auto& scroll = ivarsOf<ScrollViewState>(self);
     auto* const pan = send<"alloc", UIPanGestureRecognizer*>(classNamed<"UIScrollViewPanGestureRecognizer">());
-    scroll.pan = adopt(pan->initWithTarget_action(self, selector<"_handlePan:">()));
+    scroll.pan = adopt(pan->initWithTarget_action(self, selector<"simulator_handlePan:">()));
     self->addGestureRecognizer(scroll.pan);
     return self;
 }
@@ -228,7 +228,7 @@ void letGo(UIScrollView* self, CGPoint velocity)
     startMotion(self, moveOn);
 }
 
-void _handlePan(UIScrollView* self, SEL, UIPanGestureRecognizer* pan)
+void handlePan(UIScrollView* self, SEL, UIPanGestureRecognizer* pan)
 {
     if (pan->state() == UIGestureRecognizerStateBegan)
         beginDrag(self);
@@ -261,7 +261,7 @@ void registerUIScrollView()
         .property<&ScrollViewState::showsVerticalScrollIndicator>("showsVerticalScrollIndicator")
         .property<&ScrollViewState::showsHorizontalScrollIndicator>("showsHorizontalScrollIndicator")
         .readOnly<&ScrollViewState::pan>("panGestureRecognizer")
-        .method<"_handlePan:">(_handlePan)
+        .method<"simulator_handlePan:">(handlePan)
         .registerClass();
 }
 

@@ -60,11 +60,25 @@ void reload(UITableView* self)
     table.cells.clear();
     const auto rows = send<"tableView:numberOfRowsInSection:", NSInteger>(table.dataSource, self, NSInteger{0});
     for (NSInteger row = 0; row < rows; ++row) {
-        auto* const cell = send<"tableView:cellForRow:", UITableViewCell*>(table.dataSource, self, row);
+        auto* const cell = send<"tableView:cellForRowAtIndexPath:", UITableViewCell*>(
+            table.dataSource, self, NSIndexPath::indexPathForRow_inSection(row, 0));
         table.cells.emplace_back(cell);
         self->addSubview(cell);
     }
     self->setContentSize({self->bounds().size.width, static_cast<CGFloat>(rows) * table.rowHeight});
+}
+
+NSIndexPath* indexPathForRow_inSection(Class cls, SEL, NSInteger row, NSInteger section)
+{
+    const NSUInteger indexes[] = {static_cast<NSUInteger>(section), static_cast<NSUInteger>(row)};
+    return send<"indexPathWithIndexes:length:", NSIndexPath*>(cls, indexes, NSUInteger{2});
+}
+
+/// One of the two parts of a row's place.
+template <NSUInteger Position>
+NSInteger indexAt(NSIndexPath* self, SEL)
+{
+    return static_cast<NSInteger>(send<"indexAtPosition:", NSUInteger>(self, Position));
 }
 
 void layoutSubviews(UITableView* self, SEL)
@@ -126,7 +140,7 @@ void registerUITableView()
         .method<"initWithFrame:">(initWithFrame)
         .property<&TableViewState::dataSource>("dataSource")
         .property<&TableViewState::rowHeight>("rowHeight")
-        .readOnly<&TableViewState::selectedRow>("selectedRow")
+        .readOnly<&TableViewState::selectedRow>("simulator_selectedRow")
         .method<"reloadData">(reloadData)
         .method<"layoutSubviews">(layoutSubviews)
         .method<"visibleCells">(visibleCells)
@@ -134,6 +148,10 @@ void registerUITableView()
         .method<"touchesEnded:withEvent:">(touchesEnded_withEvent)
         .method<"touchesCancelled:withEvent:">(touchesCancelled_withEvent)
         .registerClass();
+    const Class indexPath = classNamed<"NSIndexPath">();
+    addMethod<"indexPathForRow:inSection:">(metaclassOf(indexPath), &indexPathForRow_inSection);
+    addMethod<"section">(indexPath, &indexAt<0>);
+    addMethod<"row">(indexPath, &indexAt<1>);
 }
 
 } // namespace simulator

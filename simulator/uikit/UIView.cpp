@@ -1,6 +1,7 @@
 #include "simulator/uikit/UIView.hpp"
 
 #include "simulator/quartzcore/CALayer.hpp"
+#include "simulator/uikit/UIGestureRecognizer.hpp"
 #include "simulator/uikit/uikit.hpp"
 
 /// A view: its layer, its looks and its recognisers. Its geometry and its place in the tree have files of their own.
@@ -12,7 +13,7 @@ ViewState::~ViewState()
     for (UIView* subview : subviews)
         ivarsOf<ViewState>(subview).superview = nullptr;
     for (UIGestureRecognizer* recognizer : gestureRecognizers)
-        recognizer->setView(nullptr);
+        ivarsOf<GestureState>(recognizer).view = nullptr;
     if (layer != nullptr) {
         layer->setDelegate(nullptr);
         layer->removeFromSuperlayer();
@@ -103,7 +104,7 @@ UIResponder* nextResponder(UIView* self, SEL)
 void addGestureRecognizer(UIView* self, SEL, UIGestureRecognizer* recognizer)
 {
     ivarsOf<ViewState>(self).gestureRecognizers.emplace_back(recognizer);
-    recognizer->setView(self);
+    ivarsOf<GestureState>(recognizer).view = self;
 }
 
 NSArray* gestureRecognizers(UIView* self, SEL)

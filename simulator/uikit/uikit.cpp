@@ -27,6 +27,7 @@ void registerUIKit()
     registerUIScrollView();
     registerUITableViewCell();
     registerUITableView();
+    registerUIViewController();
     addStringDrawing();
 }
 

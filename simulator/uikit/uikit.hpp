@@ -28,6 +28,7 @@ void registerUIScrollViewPanGestureRecognizer();
 void registerUIScrollView();
 void registerUITableViewCell();
 void registerUITableView();
+void registerUIViewController();
 void addStringDrawing();
 
 } // namespace simulator

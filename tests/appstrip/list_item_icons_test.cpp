@@ -209,7 +209,7 @@ TEST_F(ListItems, SubclassesCountAsTheirKind)
         static_cast<SBAwayBulletinListItem*>(notification("org.example.sub").leak())->activeBulletin();
     simulator::addMethod<"activeBulletin">(
         makeClass("SpecialBulletin", "SBAwayBulletinListItem"), +[](NSObject*, SEL) { return bulletin; });
-    static SBCardItem* const card =
+    static SBSCardItem* const card =
         static_cast<SBAwayCardListItem*>(simulator::cardItem(text("pass.1"), nullptr).leak())->cardItem();
     simulator::addMethod<"cardItem">(makeClass("SpecialCard", "SBAwayCardListItem"), +[](NSObject*, SEL) { return card; });
     simulator::addMethod<"title">(

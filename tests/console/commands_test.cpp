@@ -187,14 +187,14 @@ TEST(ClearCommand, EmptiesTheList)
 TEST(TeardownCommand, PartsTheViewFromItsController)
 {
     EXPECT_THAT(
-        linesOf(StockConsole(), "lock\nshow listView._tableView.dataSource\nteardown\nshow listView._tableView.dataSource"),
-        ElementsAre(Json({{"class", "SBLockScreenNotificationListController"}}), nullptr));
+        linesOf(StockConsole(), "lock\nshow listView._tableView.dataSource.class\nteardown\nshow listView._tableView.dataSource"),
+        ElementsAre("SBLockScreenNotificationListView", nullptr));
 }
 
 TEST(ScreenCommand, SwitchesTheScreen)
 {
-    EXPECT_THAT(linesOf(StockConsole(), "lock\nscreen off\nshow controller._inScreenOffMode\nscreen on\nshow "
-                                        "controller._inScreenOffMode"),
+    EXPECT_THAT(linesOf(StockConsole(), "lock\nscreen off\nshow lockScreenView.isHidden\nscreen on\nshow "
+                                        "lockScreenView.isHidden"),
                 ElementsAre(true, false));
 }
 
@@ -277,7 +277,7 @@ TEST(TreeCommand, ShowsTheViewsBelow)
     const Json tree = lineOf(StockConsole(), "lock\ntree listView");
     ASSERT_EQ(tree["subviews"].size(), 1U);
     EXPECT_EQ(tree["subviews"][0]["class"], "UIView");
-    EXPECT_EQ(tree["subviews"][0]["subviews"][0]["class"], "UITableView");
+    EXPECT_EQ(tree["subviews"][0]["subviews"][0]["class"], "SBLockScreenNotificationTableView");
 }
 
 TEST(TreeCommand, BeginsAtTheWindowWithoutAPath)

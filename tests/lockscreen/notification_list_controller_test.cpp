@@ -280,11 +280,16 @@ TEST_F(ListController, TheListIsTheOneThatSpringBoardLeaves)
     EXPECT_THAT(drawnTexts(), ElementsAre("1", "2", "1"));
 }
 
-TEST_F(ListController, AnItemThatIsToldOfWithoutBeingInTheListCountsNothing)
+using ListControllerOfAnotherSpringBoard = TestOn<MorningPhone>;
+
+TEST_F(ListControllerOfAnotherSpringBoard, AnItemThatIsToldOfWithoutBeingInTheListCountsNothing)
 {
+    simulator::replaceMethod<"_updateModelAndViewForAdditionOfItem:">(
+        objc_getClass("SBLockScreenNotificationListController"), +[](NSObject*, SEL, NSObject*) {});
+    phone.inject();
+    simulator::lockScreen();
     noteDrawnTexts();
-    const auto item = notification(mail);
-    send<"_updateModelAndViewForAdditionOfItem:">(controller(), item.get());
+    notify(mail);
     EXPECT_THAT(drawnTexts(), ElementsAre("0"));
 }
 
@@ -379,9 +384,9 @@ TEST_F(ListController, TheScreenLeavesTheStripAlone)
 TEST_F(ListController, TheScreensModeIsSpringBoardsToKeep)
 {
     send<"setInScreenOffMode:">(controller(), YES);
-    EXPECT_EQ((send<"isInScreenOffMode", BOOL>(controller())), YES);
+    EXPECT_TRUE(simulator::lockScreenView()->isHidden());
     send<"setInScreenOffMode:">(controller(), NO);
-    EXPECT_EQ((send<"isInScreenOffMode", BOOL>(controller())), NO);
+    EXPECT_FALSE(simulator::lockScreenView()->isHidden());
 }
 
 // A newer lock screen

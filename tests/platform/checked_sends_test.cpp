@@ -30,7 +30,7 @@ auto says(const std::string& method, const std::string& sent, const std::string&
 
 TEST_F(CheckedSend, EndsTheProcessForAnIntegerInPlaceOfABool)
 {
-    EXPECT_DEATH(send<"setHidden:">(view, NSInteger{1}), says("-[UIView setHidden:]", "v@:q", "v@:C"));
+    EXPECT_DEATH(send<"setHidden:">(view, NSInteger{1}), says("-[UIView setHidden:]", "v@:q", "v@:B"));
 }
 
 TEST_F(CheckedSend, EndsTheProcessForAnIntInPlaceOfAnInteger)
@@ -48,7 +48,7 @@ TEST_F(CheckedSend, EndsTheProcessForAResultOfAnotherType)
 TEST_F(CheckedSend, NamesTheReceiversOwnClass)
 {
     UIScrollView* const scrollView = UIScrollView::alloc()->initWithFrame(CGRectZero);
-    EXPECT_DEATH(send<"setTag:">(scrollView, BOOL{YES}), says("-[UIScrollView setTag:]", "v@:C", "v@:q"));
+    EXPECT_DEATH(send<"setTag:">(scrollView, BOOL{YES}), says("-[UIScrollView setTag:]", "v@:B", "v@:q"));
 }
 
 TEST_F(CheckedSend, ComparesAgainWhenTheSameSendMeetsAnotherClass)

@@ -143,7 +143,7 @@ TEST_F(ClassBuilderTest, EncodesTheTypesOfInstanceVariables)
     EXPECT_EQ(ivarEncoding("power"), encodedHere("q"));
     EXPECT_EQ(ivarEncoding("_room"), "@");
     EXPECT_EQ(ivarEncoding("_light"), encodedHere("{CGRect={CGPoint=dd}{CGSize=dd}}"));
-    EXPECT_EQ(ivarEncoding("_isLit"), "C");
+    EXPECT_EQ(ivarEncoding("_isLit"), encodedHere("B"));
 }
 
 TEST_F(ClassBuilderTest, GivesAccessToInstanceVariablesByName)

@@ -1,5 +1,6 @@
 #include "tests/random_days/PhoneModel.hpp"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <nlohmann/json.hpp>
@@ -207,7 +208,9 @@ void PhoneModel::add(const Item& item, const std::vector<std::string>& words)
     for (std::size_t i = 0; i < words.size(); ++i)
         line += i == 0 ? words[i] : ' ' + word(words[i]);
     command(line);
-    panel_->items.insert(panel_->items.begin(), item);
+    // Newest first, by the clock; what came last before what is as new.
+    const auto place = std::ranges::find_if(panel_->items, [&](const Item& other) { return other.arrival <= now_; });
+    panel_->items.insert(place, {item.kind, item.identifier, now_});
     panel_->stripHasItems = true;
     showAwayText();
     addIcon(item, 0);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/random_days/LocalTime.hpp"
 #include "tests/random_days/MonthModel.hpp"
 #include "tests/random_days/region.hpp"
 
@@ -15,6 +16,7 @@ struct Item {
     enum class Kind { bulletin, card, alert, unknown };
     Kind kind;
     std::string identifier;
+    LocalTime arrival{};
 };
 
 /// What the weather service holds of the local city.

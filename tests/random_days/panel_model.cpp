@@ -266,7 +266,7 @@ std::string PhoneModel::describePanel() const
     line("_containerView", "UIView " + whole +
                                " alpha 1 holds appsView tabView notificationPaneView calendarPaneView _topPocketView "
                                "headlineLabel subtitleLabel calendarIconView notificationIconView");
-    line("_tableView", "UITableView " + numbers({0, 0, width, height - 130}) + " alpha 1");
+    line("_tableView", "SBLockScreenNotificationTableView " + numbers({0, 0, width, height - 130}) + " alpha 1");
     line("_topPocketView",
          "UIView " + numbers({0, 130, width, 0.5}) + " untouchable alpha " + number(panel.topPocketAlpha) + " holds");
     line("_bottomPocketView", "in none");
@@ -284,8 +284,7 @@ std::string PhoneModel::describePanel() const
     line("tabBackdrop", backdrop);
     line("tabMask", panel.mask == "none" ? "none" : "CAShapeLayer " + panel.mask);
     state += describeStrip();
-    line("nowPlayingArtView",
-         hasArt_ ? "_NowPlayingArtView " + numbers({0, 0, width, width}) + " hidden untouchable alpha 1 holds" : "none");
+    line("nowPlayingArtView", hasArt_ ? "_NowPlayingArtView " + numbers({0, 0, width, width}) + " hidden alpha 1 holds" : "none");
 
     line("backmost on the lock screen", panel.artViews > 0 ? "nowPlayingArtView" : "UIImageView");
     std::string cards;

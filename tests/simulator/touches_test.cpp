@@ -122,7 +122,7 @@ TEST_F(FingerOnTheList, SelectsNothingAfterADrag)
     simulator::touchDown(simulator::springBoardWindow(), start);
     simulator::touchMove({start.x, start.y - 30});
     simulator::touchUp();
-    const auto selected = send<"selectedRow", NSInteger>(table());
+    const auto selected = send<"simulator_selectedRow", NSInteger>(table());
     EXPECT_EQ(selected, NSNotFound);
     EXPECT_FALSE(simulator::fingerIsDown());
 }

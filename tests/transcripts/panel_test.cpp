@@ -450,7 +450,6 @@ TEST_P(ArrivalTranscript, OfAnItem)
     // The classes of the items are known by then.
     strip::icon(panel::strip(), item);
     NSObject* const items = instanceVariable<NSObject>(simulator::listController(), "_listItems");
-    send<"addObject:">(items, item.get());
     transcript_.name("item", item).name("items", items);
     Rows rows{"controller previous _updateModelAndViewForAdditionOfItem: item"};
     for (int i = 0; i < GetParam().buckets; ++i)
