@@ -1,11 +1,14 @@
 #include "simulator/console/Command.hpp"
 
 #include "platform/UIKit/UIScreen.hpp"
+#include "platform/UIKit/UITableView.hpp"
 #include "simulator/console/BadLine.hpp"
 #include "simulator/console/arguments.hpp"
+#include "simulator/console/numbers.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/services/event_store.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
+#include "simulator/springboard/bulletins.hpp"
 
 /// The lock screen, what stands in its list, and what SpringBoard does to both.
 
@@ -24,9 +27,40 @@ void layOut(Console&, Words)
     listView()->layoutIfNeeded();
 }
 
-void addBulletin(Console&, Words arguments)
+/// What is from somebody says so before the application.
+void notify(Console&, Words arguments)
 {
-    addListItem(bulletinItem(toNSString(arguments[0]), optionalText(arguments, 1), optionalText(arguments, 2)));
+    NSString* person = nullptr;
+    if (arguments[0] == "--person") {
+        if (arguments.size() < 3)
+            throw WrongUsage();
+        person = toNSString(arguments[1]);
+        arguments = arguments.subspan(2);
+    }
+    if (arguments.size() > 3)
+        throw WrongUsage();
+    receiveBulletin(newBulletin({toNSString(arguments[0]), optionalText(arguments, 1), optionalText(arguments, 2), person}));
+}
+
+NSObject* listItemAt(const std::string& place)
+{
+    const auto items = send<"count", NSUInteger>(listController());
+    const auto index = parseNumber<NSUInteger>(place);
+    if (!index || *index >= items)
+        throw BadLine("there is no item " + place + " in the list, which has " + std::to_string(items));
+    return send<"listItemAtIndexPath:", NSObject*>(listController(),
+                                                   NSIndexPath::indexPathForRow_inSection(static_cast<NSInteger>(*index), 0));
+}
+
+void modify(Console&, Words arguments)
+{
+    if (!modifyListItem(listItemAt(arguments[0]), toNSString(arguments[1]), optionalText(arguments, 2)))
+        throw BadLine("item " + arguments[0] + " has no texts");
+}
+
+void removeItem(Console&, Words arguments)
+{
+    removeListItem(listItemAt(arguments[0]));
 }
 
 void addCard(Console&, Words arguments)
@@ -91,10 +125,12 @@ std::span<const Command> lockScreenCommands()
     static constexpr Command commands[] = {
         {"lock", "", 0, 0, false, lock},
         {"layout", "", 0, 0, true, layOut},
-        {"notify", "BUNDLE-ID [TITLE [MESSAGE]]", 1, 3, true, addBulletin},
+        {"notify", "BUNDLE-ID [TITLE [MESSAGE]] | --person NAME BUNDLE-ID [TITLE [MESSAGE]]", 1, 5, true, notify},
         {"card", "ID [TITLE]", 1, 2, true, addCard},
         {"alert", "TITLE [MESSAGE]", 1, 2, true, addAlert},
         {"unknown", "", 0, 0, true, addUnknown},
+        {"modify", "PLACE TITLE [MESSAGE]", 2, 3, true, modify},
+        {"remove", "PLACE", 1, 1, true, removeItem},
         {"event", "TITLE START END", 3, 3, false, addCalendarEvent},
         {"clear", "", 0, 0, true, clearItems},
         {"teardown", "", 0, 0, true, tearDown},

@@ -110,9 +110,9 @@ TEST(HelpOption, NamesEveryOptionAndCommand)
     for (const char* option : {"--root", "--screen", "--system", "--script", "--load", "--help", "--version"})
         EXPECT_THAT(outcome.output, HasSubstr(option));
     for (const char* command :
-         {"clock", "weather",  "units",  "name", "post",     "lock",       "layout", "notify", "card",    "alert", "unknown",
-          "clear", "teardown", "screen", "art",  "underlay", "event",      "tap",    "press",  "release", "swipe", "show",
-          "tree",  "send",     "let",    "add",  "log",      "screenshot", "sleep",  "system", "quit"})
+         {"clock", "weather",  "units",  "name", "post",     "lock",       "layout", "notify", "card",    "alert",  "unknown",
+          "clear", "teardown", "screen", "art",  "underlay", "event",      "tap",    "press",  "release", "swipe",  "show",
+          "tree",  "send",     "let",    "add",  "log",      "screenshot", "sleep",  "system", "modify",  "remove", "quit"})
         EXPECT_THAT(outcome.output, HasSubstr("\n  " + std::string(command))) << command;
 }
 
