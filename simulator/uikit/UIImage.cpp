@@ -1,5 +1,6 @@
 #include "simulator/uikit/UIImage.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/UIKit/UIScreen.hpp"
@@ -15,12 +16,26 @@ namespace simulator {
 
 namespace {
 
-constexpr std::string_view doubleScaleMark = "@2x";
+/// What a file's name ends in when its pixels are so many a point.
+struct ScaleMark {
+    std::string_view mark;
+    CGFloat scale;
+};
 
-std::filesystem::path doubleScaleSibling(const std::filesystem::path& file)
+/// The best first.
+constexpr ScaleMark scaleMarks[] = {{"@3x", 3}, {"@2x", 2}};
+
+const ScaleMark* markOf(const std::filesystem::path& file)
+{
+    const auto* const found =
+        std::ranges::find_if(scaleMarks, [&](const ScaleMark& scaled) { return file.stem().native().ends_with(scaled.mark); });
+    return found == std::end(scaleMarks) ? nullptr : found;
+}
+
+std::filesystem::path siblingOf(const std::filesystem::path& file, const ScaleMark& scaled)
 {
     std::filesystem::path name = file.stem();
-    name += doubleScaleMark;
+    name += scaled.mark;
     name += file.extension();
     return file.parent_path() / name;
 }
@@ -63,12 +78,15 @@ Owned<UIImage> imageWithBitmap(std::shared_ptr<Bitmap> bitmap)
 
 Owned<UIImage> imageInFile(const std::filesystem::path& file)
 {
-    const bool isDoubleScale = file.stem().native().ends_with(doubleScaleMark);
-    if (!isDoubleScale && UIScreen::mainScreen()->scale() >= 2) {
-        if (Owned<UIImage> image = imageWithBitmap(Bitmap::read(doubleScaleSibling(file), 2)))
+    if (const ScaleMark* const scaled = markOf(file))
+        return imageWithBitmap(Bitmap::read(file, scaled->scale));
+    for (const ScaleMark& scaled : scaleMarks) {
+        if (scaled.scale > UIScreen::mainScreen()->scale())
+            continue;
+        if (Owned<UIImage> image = imageWithBitmap(Bitmap::read(siblingOf(file, scaled), scaled.scale)))
             return image;
     }
-    return imageWithBitmap(Bitmap::read(file, isDoubleScale ? 2 : 1));
+    return imageWithBitmap(Bitmap::read(file, 1));
 }
 
 void registerUIImage()

@@ -17,8 +17,8 @@ struct ImageState {
 /// Null pixels give nil.
 Owned<UIImage> imageWithBitmap(std::shared_ptr<Bitmap> bitmap);
 
-/// The image in a file of this machine, or in its "@2x" sibling on a screen of scale 2 or more. Missing and unreadable
-/// files give nil.
+/// The image in a file of this machine. A file whose name has no scale in it ("@2x", "@3x") gives way to its sibling of the
+/// screen's scale, or of the next lower one. Missing and unreadable files are passed over; nil when none is left.
 Owned<UIImage> imageInFile(const std::filesystem::path& file);
 
 } // namespace simulator
