@@ -29,7 +29,8 @@ precompile_headers(simulator ${common_headers})
 set_source_files_properties(simulator/foundation/c_library_zone.cpp PROPERTIES
     COMPILE_DEFINITIONS "_FILE_OFFSET_BITS=64;_TIME_BITS=64" SKIP_PRECOMPILE_HEADERS ON)
 # Walks every pixel of the screen.
-set_source_files_properties(simulator/graphics/blur.cpp PROPERTIES COMPILE_OPTIONS -O3 SKIP_PRECOMPILE_HEADERS ON)
+set_source_files_properties(simulator/graphics/blur.cpp simulator/graphics/saturation.cpp PROPERTIES
+    COMPILE_OPTIONS -O3 SKIP_PRECOMPILE_HEADERS ON)
 
 add_executable(springboard ${console_sources})
 target_link_libraries(springboard PRIVATE simulator preferences nlohmann_json::nlohmann_json PkgConfig::sdl)

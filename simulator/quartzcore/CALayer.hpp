@@ -16,6 +16,8 @@ namespace simulator {
 struct LayerBackdrop {
     /// In points.
     double blurRadius;
+    /// How far colours move from the grey of their luminance; 1 leaves them as they are.
+    double saturation;
     Colour tint;
 };
 

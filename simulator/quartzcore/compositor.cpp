@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/Foundation/NSString.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/graphics/blur.hpp"
 #include "simulator/graphics/contexts.hpp"
+#include "simulator/graphics/saturation.hpp"
 #include "simulator/quartzcore/CALayer.hpp"
 #include "simulator/quartzcore/CGColor.hpp"
 
@@ -212,26 +215,27 @@ private:
         cairo_restore(cairo_);
     }
 
-    /// All backdrops of a picture show one capture of it, taken and blurred when the first is drawn, so that neighbouring ones
-    /// run into each other without a seam.
+    /// All backdrops of a picture that blur and saturate alike show one capture of it, taken when the first is drawn, so that
+    /// neighbouring ones run into each other without a seam.
     void drawBackdrop(const LayerState& state, const LayerBackdrop& backdrop)
     {
         if (state.bounds.size.width <= 0 || state.bounds.size.height <= 0)
             return;
-        if (capture_ == nullptr)
-            capture_ = blurredCapture(backdrop.blurRadius);
+        auto& capture = captures_[{backdrop.blurRadius, backdrop.saturation}];
+        if (capture == nullptr)
+            capture = captureFor(backdrop);
         cairo_save(cairo_);
         addRoundedRectangle(cairo_, state.bounds, state.cornerRadius);
         cairo_clip(cairo_);
         cairo_identity_matrix(cairo_);
-        cairo_set_source_surface(cairo_, capture_.get(), 0, 0);
+        cairo_set_source_surface(cairo_, capture.get(), 0, 0);
         cairo_paint(cairo_);
         backdrop.tint.applyTo(cairo_);
         cairo_paint(cairo_);
         cairo_restore(cairo_);
     }
 
-    CairoPointer<cairo_surface_t> blurredCapture(double radiusInPoints)
+    CairoPointer<cairo_surface_t> captureFor(const LayerBackdrop& backdrop)
     {
         cairo_surface_t* const picture = cairo_get_target(cairo_);
         CairoPointer<cairo_surface_t> capture(cairo_image_surface_create(
@@ -240,15 +244,17 @@ private:
         cairo_set_source_surface(copy.get(), picture, 0, 0);
         cairo_set_operator(copy.get(), CAIRO_OPERATOR_SOURCE);
         cairo_paint(copy.get());
-        double radiusInPixels = radiusInPoints;
+        double radiusInPixels = backdrop.blurRadius;
         double unused = 0;
         cairo_user_to_device_distance(cairo_, &radiusInPixels, &unused);
         blur(capture.get(), radiusInPixels);
+        saturate(capture.get(), backdrop.saturation);
         return capture;
     }
 
     cairo_t* cairo_;
-    CairoPointer<cairo_surface_t> capture_;
+    /// By radius and saturation.
+    std::map<std::pair<double, double>, CairoPointer<cairo_surface_t>> captures_;
     /// Those whose masks are being drawn: nothing masks itself.
     std::vector<CALayer*> masked_;
 };

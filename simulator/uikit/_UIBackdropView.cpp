@@ -1,16 +1,42 @@
 #include "platform/UIKit/_UIBackdropView.hpp"
 
+#include <algorithm>
+
 #include "simulator/quartzcore/CALayer.hpp"
 #include "simulator/quartzcore/CGColor.hpp"
 #include "simulator/quartzcore/damage.hpp"
 #include "simulator/uikit/UIView.hpp"
 #include "simulator/uikit/uikit.hpp"
 
-/// A view that shows what lies behind it blurred and tinted: it hands its settings to its layer.
+/// A view that shows what lies behind it blurred, in the colours of its style, and tinted: it hands its settings to its layer.
 
 namespace simulator {
 
 namespace {
+
+/// What a style does to what has been blurred. The figures are those of the public effects of the same names.
+struct BackdropStyle {
+    double saturation;
+    Colour veil;
+};
+
+constexpr BackdropStyle light{1.8, {1, 1, 1, 0.3}};
+constexpr BackdropStyle dark{1.8, {0.11, 0.11, 0.11, 0.73}};
+constexpr BackdropStyle blurAlone{1, {}};
+
+struct NumberedStyle {
+    NSInteger number;
+    const BackdropStyle& style;
+};
+
+constexpr NumberedStyle styles[] = {{0, light}, {1, dark}, {1001, dark}, {1100, dark}, {2030, dark}, {2, blurAlone}};
+
+/// A number that is none of theirs blurs alone.
+const BackdropStyle& styleOf(NSInteger number)
+{
+    const auto* const found = std::ranges::find(styles, number, &NumberedStyle::number);
+    return found == std::end(styles) ? blurAlone : found->style;
+}
 
 struct BackdropViewSettingsState {
     Owned<UIColor> colorTint;
@@ -43,7 +69,8 @@ void apply(NSObject* self)
     const auto& settings = ivarsOf<BackdropViewSettingsState>(backdrop.inputSettings.get());
     Colour tint = colourOf(settings.colorTint->CGColor());
     tint.alpha = settings.colorTintAlpha;
-    ivarsOf<LayerState>(view->layer()).backdrop = LayerBackdrop{backdrop.blurRadius, tint};
+    const BackdropStyle& style = styleOf(backdrop.style);
+    ivarsOf<LayerState>(view->layer()).backdrop = LayerBackdrop{backdrop.blurRadius, style.saturation, tint.over(style.veil)};
     damageScreen();
 }
 
