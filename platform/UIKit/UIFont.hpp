@@ -20,5 +20,11 @@ public:
 
     NSString* fontName() const { return send<"fontName", NSString*>(this); }
     CGFloat pointSize() const { return send<"pointSize", CGFloat>(this); }
+    /// The highest point of a line over its baseline, and the lowest, which is negative.
+    CGFloat ascender() const { return send<"ascender", CGFloat>(this); }
+    CGFloat descender() const { return send<"descender", CGFloat>(this); }
+    /// What is left between one line and the next.
+    CGFloat leading() const { return send<"leading", CGFloat>(this); }
+    /// From one baseline to the next.
     CGFloat lineHeight() const { return send<"lineHeight", CGFloat>(this); }
 };

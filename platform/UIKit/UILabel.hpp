@@ -10,6 +10,14 @@ enum NSTextAlignment : NSInteger {
     NSTextAlignmentRight = 2,
 };
 
+/// What of a shrunk text stays where it was at its full size.
+enum UIBaselineAdjustment : NSInteger {
+    UIBaselineAdjustmentAlignBaselines = 0,
+    UIBaselineAdjustmentAlignCenters = 1,
+    /// The top of its line.
+    UIBaselineAdjustmentNone = 2,
+};
+
 /// A view that shows one or more lines of text.
 class UILabel : public UIView {
 public:
@@ -25,6 +33,8 @@ public:
     /// 0 is as many as fit.
     void setNumberOfLines(NSInteger lines) { send<"setNumberOfLines:">(this, lines); }
     void setAdjustsFontSizeToFitWidth(bool adjusts) { send<"setAdjustsFontSizeToFitWidth:">(this, BOOL{adjusts}); }
-    /// The smallest share of its size, from 0 to 1, to which the font shrinks so that the text fits.
+    /// The smallest share of its size, from 0 to 1, to which the font shrinks so that the text fits; 0 keeps it from shrinking.
     void setMinimumScaleFactor(CGFloat factor) { send<"setMinimumScaleFactor:">(this, factor); }
+    UIBaselineAdjustment baselineAdjustment() const { return send<"baselineAdjustment", UIBaselineAdjustment>(this); }
+    void setBaselineAdjustment(UIBaselineAdjustment adjustment) { send<"setBaselineAdjustment:">(this, adjustment); }
 };

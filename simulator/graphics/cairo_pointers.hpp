@@ -13,8 +13,8 @@ struct CairoDeleter {
     void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
     void operator()(cairo_font_options_t* options) const { cairo_font_options_destroy(options); }
     void operator()(PangoFontDescription* description) const { pango_font_description_free(description); }
-    void operator()(PangoFontMetrics* metrics) const { pango_font_metrics_unref(metrics); }
     void operator()(PangoLayout* layout) const { g_object_unref(layout); }
+    void operator()(PangoLayoutIter* line) const { pango_layout_iter_free(line); }
     void operator()(PangoContext* context) const { g_object_unref(context); }
 };
 

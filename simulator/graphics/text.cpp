@@ -53,19 +53,38 @@ CairoPointer<PangoLayout> lay(const TextSetting& setting, double width)
     return layout;
 }
 
-CGSize sizeOf(PangoLayout* layout)
+/// The lines are as high as the phone's face has them, whatever this machine's face says.
+CGSize sizeOf(PangoLayout* layout, const TextSetting& setting)
 {
     PangoRectangle extent;
     pango_layout_get_extents(layout, nullptr, &extent);
-    return {static_cast<CGFloat>(extent.width) / PANGO_SCALE, static_cast<CGFloat>(extent.height) / PANGO_SCALE};
+    return {static_cast<CGFloat>(extent.width) / PANGO_SCALE,
+            static_cast<CGFloat>(pango_layout_get_line_count(layout) * setting.face.lines.height() * setting.fontSize)};
 }
 
-void show(cairo_t* cairo, PangoLayout* layout, CGPoint topLeft, const Colour& colour)
+void show(cairo_t* cairo, PangoLayout* layout, const TextSetting& setting, CGPoint topLeft)
 {
+    const LineMetrics& lines = setting.face.lines;
+    double baseline = topLeft.y + lines.ascender * setting.fontSize;
+    const CairoPointer<PangoLayoutIter> line(pango_layout_get_iter(layout));
+    do {
+        PangoRectangle extent;
+        pango_layout_iter_get_line_extents(line.get(), nullptr, &extent);
+        cairo_move_to(cairo, topLeft.x + static_cast<double>(extent.x) / PANGO_SCALE, baseline);
+        pango_cairo_show_layout_line(cairo, pango_layout_iter_get_line_readonly(line.get()));
+        baseline += lines.height() * setting.fontSize;
+    } while (pango_layout_iter_next_line(line.get()) != 0);
+}
+
+void draw(cairo_t* cairo, const TextSetting& setting, CGRect rect, const Colour& colour, double shareOfRoomAbove)
+{
+    if (setting.text.empty())
+        return;
+    const CairoPointer<PangoLayout> layout = lay(setting, rect.size.width);
+    rect.origin.y += static_cast<CGFloat>(shareOfRoomAbove * (rect.size.height - sizeOf(layout.get(), setting).height));
     cairo_save(cairo);
     colour.applyTo(cairo);
-    cairo_move_to(cairo, topLeft.x, topLeft.y);
-    pango_cairo_show_layout(cairo, layout);
+    show(cairo, layout.get(), setting, rect.origin);
     cairo_restore(cairo);
 }
 
@@ -73,30 +92,17 @@ void show(cairo_t* cairo, PangoLayout* layout, CGPoint topLeft, const Colour& co
 
 CGSize measureText(const TextSetting& setting, double width)
 {
-    return sizeOf(lay(setting, width).get());
+    return sizeOf(lay(setting, width).get(), setting);
 }
 
 void drawText(cairo_t* cairo, const TextSetting& setting, CGRect rect, Colour colour)
 {
-    if (!setting.text.empty())
-        show(cairo, lay(setting, rect.size.width).get(), rect.origin, colour);
+    draw(cairo, setting, rect, colour, 0);
 }
 
 void drawTextInMiddle(cairo_t* cairo, const TextSetting& setting, CGRect rect, Colour colour)
 {
-    if (setting.text.empty())
-        return;
-    const CairoPointer<PangoLayout> layout = lay(setting, rect.size.width);
-    rect.origin.y += (rect.size.height - sizeOf(layout.get()).height) / 2;
-    show(cairo, layout.get(), rect.origin, colour);
-}
-
-double lineHeight(const Typeface& face, double fontSize)
-{
-    const CairoPointer<PangoFontMetrics> metrics(
-        pango_context_get_metrics(sharedContext(), describe(face, fontSize).get(), nullptr));
-    return static_cast<double>(pango_font_metrics_get_ascent(metrics.get()) + pango_font_metrics_get_descent(metrics.get())) /
-           PANGO_SCALE;
+    draw(cairo, setting, rect, colour, 0.5);
 }
 
 } // namespace simulator

@@ -27,7 +27,4 @@ void drawText(cairo_t* cairo, const TextSetting& setting, CGRect rect, Colour co
 /// The same, with its lines in the middle of the rectangle's height.
 void drawTextInMiddle(cairo_t* cairo, const TextSetting& setting, CGRect rect, Colour colour);
 
-/// From the highest to the lowest point of the face's line.
-double lineHeight(const Typeface& face, double fontSize);
-
 } // namespace simulator

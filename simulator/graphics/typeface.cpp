@@ -8,18 +8,22 @@ struct Substitute {
     std::string_view phoneName;
     const char* family;
     PangoWeight weight;
+    LineMetrics lines;
 };
 
+constexpr LineMetrics verdanaLines{2059 / 2048.0, 430 / 2048.0, 0};
+
+/// Nimbus Sans has Helvetica's widths to the unit, but no thin faces; DejaVu Sans has Verdana's proportions.
 constexpr Substitute substitutes[] = {
-    {systemFaceName, "Inter", PANGO_WEIGHT_NORMAL},
-    {boldSystemFaceName, "Inter", PANGO_WEIGHT_BOLD},
-    {".HelveticaNeueInterface-UltraLightP2", "Inter Display", PANGO_WEIGHT_ULTRALIGHT},
-    {"HelveticaNeue", "Inter", PANGO_WEIGHT_NORMAL},
-    {"HelveticaNeue-Bold", "Inter", PANGO_WEIGHT_BOLD},
-    {"HelveticaNeue-Light", "Inter", PANGO_WEIGHT_LIGHT},
-    {"HelveticaNeue-UltraLight", "Inter Display", PANGO_WEIGHT_THIN},
-    {"Verdana", "DejaVu Sans", PANGO_WEIGHT_NORMAL},
-    {"Verdana-Bold", "DejaVu Sans", PANGO_WEIGHT_BOLD},
+    {systemFaceName, "Nimbus Sans", PANGO_WEIGHT_NORMAL, helveticaNeueLines},
+    {boldSystemFaceName, "Nimbus Sans", PANGO_WEIGHT_BOLD, helveticaNeueLines},
+    {".HelveticaNeueInterface-UltraLightP2", "Inter Display", PANGO_WEIGHT_ULTRALIGHT, helveticaNeueLines},
+    {"HelveticaNeue", "Nimbus Sans", PANGO_WEIGHT_NORMAL, helveticaNeueLines},
+    {"HelveticaNeue-Bold", "Nimbus Sans", PANGO_WEIGHT_BOLD, helveticaNeueLines},
+    {"HelveticaNeue-Light", "Inter", PANGO_WEIGHT_LIGHT, helveticaNeueLines},
+    {"HelveticaNeue-UltraLight", "Inter Display", PANGO_WEIGHT_THIN, helveticaNeueLines},
+    {"Verdana", "DejaVu Sans", PANGO_WEIGHT_NORMAL, verdanaLines},
+    {"Verdana-Bold", "DejaVu Sans", PANGO_WEIGHT_BOLD, verdanaLines},
 };
 
 } // namespace
@@ -28,7 +32,7 @@ std::optional<Typeface> typefaceNamed(std::string_view phoneName)
 {
     for (const Substitute& substitute : substitutes) {
         if (substitute.phoneName == phoneName)
-            return Typeface{substitute.family, substitute.weight};
+            return Typeface{substitute.family, substitute.weight, substitute.lines};
     }
     return std::nullopt;
 }

@@ -8,10 +8,25 @@
 
 namespace simulator {
 
-/// A face of this machine's fonts.
+/// What one line of a face measures, in parts of the font's size.
+struct LineMetrics {
+    /// Of the line's highest point over the baseline.
+    double ascender;
+    /// Of its lowest point below the baseline.
+    double descender;
+    /// Of the gap between one line and the next.
+    double leading;
+
+    constexpr double height() const { return ascender + descender + leading; }
+};
+
+inline constexpr LineMetrics helveticaNeueLines{0.952, 0.213, 0.028};
+
+/// A face of this machine's fonts, with the lines of the face of the phone's that it stands in for.
 struct Typeface {
     std::string family = "Inter";
     PangoWeight weight = PANGO_WEIGHT_NORMAL;
+    LineMetrics lines = helveticaNeueLines;
 };
 
 inline constexpr std::string_view systemFaceName = ".HelveticaNeueInterface-Regular";

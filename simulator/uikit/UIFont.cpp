@@ -32,9 +32,31 @@ UIFont* boldSystemFontOfSize(Class, SEL, CGFloat size)
     return UIFont::fontWithName_size(toNSString(boldSystemFaceName), size);
 }
 
+/// A measure of the face's lines, at the font's size.
+CGFloat atSize(UIFont* font, double (*measure)(const LineMetrics&))
+{
+    const auto& state = ivarsOf<FontState>(font);
+    return static_cast<CGFloat>(measure(state.face.lines) * static_cast<double>(state.pointSize));
+}
+
+CGFloat ascender(UIFont* self, SEL)
+{
+    return atSize(self, [](const LineMetrics& lines) { return lines.ascender; });
+}
+
+CGFloat descender(UIFont* self, SEL)
+{
+    return atSize(self, [](const LineMetrics& lines) { return -lines.descender; });
+}
+
+CGFloat leading(UIFont* self, SEL)
+{
+    return atSize(self, [](const LineMetrics& lines) { return lines.leading; });
+}
+
 CGFloat lineHeight(UIFont* self, SEL)
 {
-    return simulator::lineHeight(ivarsOf<FontState>(self).face, ivarsOf<FontState>(self).pointSize);
+    return atSize(self, [](const LineMetrics& lines) { return lines.height(); });
 }
 
 } // namespace
@@ -47,6 +69,9 @@ void registerUIFont()
         .classMethod<"boldSystemFontOfSize:">(boldSystemFontOfSize)
         .readOnly<&FontState::fontName>("fontName")
         .readOnly<&FontState::pointSize>("pointSize")
+        .method<"ascender">(ascender)
+        .method<"descender">(descender)
+        .method<"leading">(leading)
         .method<"lineHeight">(lineHeight)
         .registerClass();
 }

@@ -107,7 +107,41 @@ TEST_P(Screens, ShowThePanelsTree)
     EXPECT_EQ(named(tree, "widgetView")["subviews"].at(0)["hidden"], false);
 }
 
-INSTANTIATE_TEST_SUITE_P(OfEverySize, Screens, testing::Values(Screen{320, 568, 2}, Screen{375, 667, 2}, Screen{414, 736, 3}));
+constexpr Screen everySize[] = {{320, 568, 2}, {375, 667, 2}, {414, 736, 3}};
+
+INSTANTIATE_TEST_SUITE_P(OfEverySize, Screens, testing::ValuesIn(everySize));
+
+namespace {
+
+struct Greeting : testing::TestWithParam<Screen> {
+    LockedPhone phone{
+        {static_cast<CGFloat>(GetParam().width), static_cast<CGFloat>(GetParam().height), static_cast<double>(GetParam().scale)}};
+
+    /// The rows of pixels that a headline changes.
+    static Picture::Box rowsOf(const std::string& headline)
+    {
+        panel::headline()->setText(text(""));
+        Picture picture = screenshot();
+        panel::headline()->setText(text(headline));
+        const Picture written = screenshot();
+        constexpr std::uint32_t faintest = 0x20;
+        for (std::size_t i = 0; i < picture.pixels.size(); ++i)
+            picture.pixels[i] = (written.pixels[i] & 0xFF) - (picture.pixels[i] & 0xFF) > faintest ? 0xFF000000 : 0;
+        return picture.ink().value_or(Picture::Box{});
+    }
+};
+
+} // namespace
+
+TEST_P(Greeting, StandsOnOneLineHoweverLongItIs)
+{
+    const Picture::Box brief = rowsOf("HHH");
+    const Picture::Box lengthy = rowsOf("HHHHHHHHHHHHHHHHHHHH");
+    EXPECT_LT(lengthy.bottom - lengthy.top, brief.bottom - brief.top - GetParam().scale);
+    EXPECT_EQ(lengthy.bottom, brief.bottom);
+}
+
+INSTANTIATE_TEST_SUITE_P(OfEverySize, Greeting, testing::ValuesIn(everySize));
 
 TEST_F(PanelLayout, MakesTheListViewOpaqueAgain)
 {
