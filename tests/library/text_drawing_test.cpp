@@ -135,6 +135,62 @@ TEST_F(TextDrawing, WorksOnThePhonesOwnPictures)
     }
 }
 
+namespace {
+
+/// One of the phone's own pictures with a number stamped into it, beside the same without.
+struct StampedPicture {
+    StampedPicture(const char* name, int number, CGPoint point)
+        : original(UIImage::imageWithContentsOfFile(text("/Library/Application Support/Solvane/" + std::string(name) + ".png"))),
+          plain(pictureOf(stamp("", original, point))), stamped(pictureOf(stamp(std::to_string(number).c_str(), original, point)))
+    {
+    }
+
+    /// The box of what the number changed; what it must not touch shows in a failure.
+    Picture::Box number(bool (*mayBeTouched)(std::uint32_t plain)) const
+    {
+        Picture changes = plain;
+        for (std::size_t i = 0; i < changes.pixels.size(); ++i) {
+            const bool isChanged = plain.pixels[i] != stamped.pixels[i];
+            EXPECT_TRUE(!isChanged || mayBeTouched(plain.pixels[i])) << "pixel " << i;
+            changes.pixels[i] = isChanged ? white : transparent;
+        }
+        return changes.ink().value_or(Picture::Box{});
+    }
+
+    /// How far the box's centre is from that of the whole drawing, in points to the right.
+    double offCentre(const Picture::Box& box) const
+    {
+        const Picture::Box drawing = plain.ink().value_or(Picture::Box{});
+        return (box.left + box.right - drawing.left - drawing.right) / 2.0 / 2;
+    }
+
+    UIImage* original;
+    Picture plain;
+    Picture stamped;
+};
+
+} // namespace
+
+TEST_F(TextDrawing, PutsEveryDayInsideTheCalendarsOutline)
+{
+    for (int day = 1; day <= 31; ++day) {
+        SCOPED_TRACE(day);
+        const StampedPicture calendar("Calendar", day, dayPoint);
+        const Picture::Box number = calendar.number([](std::uint32_t plain) { return plain == transparent; });
+        EXPECT_LT(std::abs(calendar.offCentre(number)), day < 10 ? 6 : 1.5);
+    }
+}
+
+TEST_F(TextDrawing, PutsEveryCountOfOneOrTwoDigitsOnTheBadgesDisc)
+{
+    for (int count = 1; count <= 99; ++count) {
+        SCOPED_TRACE(count);
+        const StampedPicture badge("Badge", count, {12.5, 7.5});
+        const Picture::Box number = badge.number([](std::uint32_t plain) { return plain >> 24 == 0xFF; });
+        EXPECT_LT(std::abs(badge.offCentre(number)), count < 10 ? 1 : 6);
+    }
+}
+
 // Nothing to draw
 
 TEST_F(TextDrawing, GivesNothingForNoImage)
