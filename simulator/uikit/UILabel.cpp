@@ -116,7 +116,7 @@ void drawRect(UILabel* self, SEL, CGRect rect)
 CGFloat inWholePixels(CGFloat length)
 {
     // A margin for sums that are whole numbers but for their rounding.
-    constexpr double margin = 1e-6;
+    constexpr double margin = 1e-4;
     const double scale = UIScreen::mainScreen()->scale();
     return static_cast<CGFloat>(std::ceil(length * scale - margin) / scale);
 }
