@@ -25,6 +25,8 @@ const char* sel_getName(SEL selector);
 
 Class object_getClass(id object);
 const char* class_getName(Class cls);
+/// The path of the file that brought the class, null for a class that was made at run time.
+const char* class_getImageName(Class cls);
 /// Whether it is the class of a class.
 BOOL class_isMetaClass(Class cls);
 Class class_getSuperclass(Class cls);

@@ -65,9 +65,9 @@ const Image& openImage(const std::filesystem::path& file)
     return image;
 }
 
-std::filesystem::path fileOfCode(const void* code)
+std::filesystem::path fileOf(const void* address)
 {
-    const void* const own = macho::thisProcessor.implementationBehind(code);
+    const void* const own = macho::thisProcessor.implementationBehind(address);
     const std::lock_guard lock(images().mutex);
     for (const auto& [path, image] : images().opened) {
         const auto* const library = dynamic_cast<const MachOImage*>(image.get());

@@ -30,8 +30,8 @@ public:
 /// the phone. An image lives until the process ends.
 const Image& openImage(const std::filesystem::path& file);
 
-/// The file of the library in which that code lies, empty when there is none; for an implementation of a method, the file of
-/// the library whose implementation it is.
-std::filesystem::path fileOfCode(const void* code);
+/// The file of the library in which that code or constant lies, empty when there is none; for an implementation of a method,
+/// the file of the library whose implementation it is.
+std::filesystem::path fileOf(const void* address);
 
 } // namespace simulator

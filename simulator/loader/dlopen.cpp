@@ -17,7 +17,7 @@ using Open = void* (*)(const char*, int);
 bool isFromThePhone(const void* caller)
 {
     const std::string& root = simulator::phoneRoot().native();
-    return !root.empty() && simulator::fileOfCode(caller).native().starts_with(root);
+    return !root.empty() && simulator::fileOf(caller).native().starts_with(root);
 }
 
 /// A handle that tells no more than that the library is loaded; null, without a word, when it cannot be.

@@ -243,10 +243,10 @@ TEST_F(PhoneLibrary, RunsItsInitialisers)
 
 TEST_F(PhoneLibrary, IsTheHomeOfItsFunctions)
 {
-    EXPECT_EQ(simulator::fileOfCode(exported("truthOf")).filename(), "Another.dylib");
+    EXPECT_EQ(simulator::fileOf(exported("truthOf")).filename(), "Another.dylib");
     const Method method =
         class_getInstanceMethod(objc_getClass("SmallArguments"), sel_registerName("truth:byte:letter:half:character:"));
-    EXPECT_EQ(simulator::fileOfCode(reinterpret_cast<const void*>(method_getImplementation(method))).filename(), "Another.dylib");
+    EXPECT_EQ(simulator::fileOf(reinterpret_cast<const void*>(method_getImplementation(method))).filename(), "Another.dylib");
 }
 
 TEST(PhoneLibraryFile, IsLoadedOnce)

@@ -49,7 +49,7 @@ bool isInLibrary(const void* code)
     static auto& known = *new std::unordered_map<const void*, bool>;
     const auto [entry, isNew] = known.try_emplace(code);
     if (isNew)
-        entry->second = simulator::fileOfCode(code).filename() == "Solvane.dylib";
+        entry->second = simulator::fileOf(code).filename() == "Solvane.dylib";
     return entry->second;
 }
 
