@@ -1,6 +1,7 @@
 #include "appstrip/SVAppsView.hpp"
 #include "core/hook_table.hpp"
 #include "core/settings.hpp"
+#include "core/standing_aside.hpp"
 #include "platform/runtime/AutoreleasePool.hpp"
 #include "platform/runtime/dlopen.hpp"
 #include "text/SVWidget.hpp"
@@ -25,8 +26,15 @@ void observeDarwinNotification(NSString* name, CFNotificationCallback callback)
                                     CFNotificationSuspensionBehaviorNone);
 }
 
+/// Set before anything else: neither initialiser does anything then.
+constinit bool standsAside = false;
+
 [[gnu::constructor]] void installHooks()
 {
+    standsAside = mustStandAside();
+    if (standsAside)
+        return;
+
     const AutoreleasePool pool;
     setConditionWords();
     palString = constantString<"Pal">();
@@ -46,6 +54,9 @@ void observeDarwinNotification(NSString* name, CFNotificationCallback callback)
 /// Reads `userName`, which the initialiser above has set.
 [[gnu::constructor]] void buildGreetings()
 {
+    if (standsAside)
+        return;
+
     const AutoreleasePool pool;
     morningString = NSString::stringWithFormat(constantString<"Good morning, %@.">(), userName.get());
     afternoonString = NSString::stringWithFormat(constantString<"Good afternoon, %@.">(), userName.get());

@@ -222,7 +222,7 @@ class Library(unittest.TestCase):
                 first, second = (address & ~1 for address in image.initialisers())
                 telling = {"_dlopen", "_objc_autoreleasePoolPush"}
                 self.assertEqual(calls_between(name, first, first + 0x120) & telling, telling)
-                self.assertEqual(calls_between(name, second, second + 0x40) & telling, {"_objc_autoreleasePoolPush"})
+                self.assertEqual(calls_between(name, second, second + 0x80) & telling, {"_objc_autoreleasePoolPush"})
 
     def test_has_segments_of_whole_pages_that_are_not_both_written_and_run(self):
         for name, image in IMAGES.items():

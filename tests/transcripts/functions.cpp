@@ -42,16 +42,19 @@ bool comesFromLibrary(const void* returnAddress)
     return recording::isOn() && recording::isLibrary(returnAddress);
 }
 
-bool isOwn(std::string_view className)
+bool isOwn(std::string_view name)
 {
-    return className == "APLCalendar" || className == "SVAppsView" || className == "SVWidget";
+    return name == "APLCalendar" || name == "APLCalendarDelegate" || name == "SVAppsView" || name == "SVWidget";
 }
 
-/// A class that a library of the phone has itself, or is linked against, is not looked up there.
-bool isLinked(std::string_view className)
+/// Set when the library begins to make its classes: before, it asks whether their names are free.
+bool ownAreMade = false;
+
+/// What a library of the phone has itself, or is linked against, is not looked up there.
+bool isLinked(std::string_view name)
 {
-    return isOwn(className) || std::ranges::any_of(std::to_array<std::string_view>({"NS", "UI", "_UI", "CA", "EK"}),
-                                                   [&](std::string_view prefix) { return className.starts_with(prefix); });
+    return (ownAreMade && isOwn(name)) || std::ranges::any_of(std::to_array<std::string_view>({"NS", "UI", "_UI", "CA", "EK"}),
+                                                              [&](std::string_view prefix) { return name.starts_with(prefix); });
 }
 
 std::set<std::string, std::less<>>& hidden()
@@ -76,6 +79,30 @@ Class objc_getClass(const char* name)
         return runtimes(name);
     note("objc_getClass", {{name}});
     return hidden().contains(name) ? nullptr : runtimes(name);
+}
+
+objc_protocol* objc_getProtocol(const char* name)
+{
+    static const auto runtimes = next<objc_protocol*(const char*)>("objc_getProtocol");
+    if (comesFromLibrary(__builtin_return_address(0)) && !isLinked(name))
+        note("objc_getProtocol", {{name}});
+    return runtimes(name);
+}
+
+Class objc_allocateClassPair(Class superclass, const char* name, std::size_t extraBytes)
+{
+    static const auto runtimes = next<Class(Class, const char*, std::size_t)>("objc_allocateClassPair");
+    ownAreMade = ownAreMade || comesFromLibrary(__builtin_return_address(0));
+    return runtimes(superclass, name, extraBytes);
+}
+
+const char* simulators_class_getImageName(Class cls);
+
+const char* class_getImageName(Class cls)
+{
+    if (recording::isOn())
+        note("class_getImageName", {describe(cls)});
+    return simulators_class_getImageName(cls);
 }
 
 Ivar class_getInstanceVariable(Class cls, const char* name)

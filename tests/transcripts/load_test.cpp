@@ -59,9 +59,17 @@ Rows greeting(const std::string& time, const std::string& name)
     return {"NSString stringWithFormat: 'Good " + time + ", %@.' -> 'Good " + time + ", " + name + ".'"};
 }
 
+/// The question whether the library can do its work here.
+Rows askingForRoom()
+{
+    return {"objc_getClass SpringBoard", "objc_getClass APLCalendar", "objc_getClass SVWidget", "objc_getClass SVAppsView",
+            "objc_getProtocol APLCalendarDelegate"};
+}
+
 Rows loading(const Rows& settings, const std::string& name, const std::set<std::string>& missing = {})
 {
     const Rows first =
+        askingForRoom() +
         Rows{"objc_autoreleasePoolPush",
              "dlopen /System/Library/SpringBoardPlugins/NowPlayingArtLockScreen.lockbundle/NowPlayingArtLockScreen 2",
              "dlopen /Library/MobileSubstrate/DynamicLibraries/Hushveil.dylib 2",
@@ -116,6 +124,33 @@ TEST(LoadTranscript, WithoutTheClassesOfTheLockScreen)
     for (const std::string& name : missing)
         hideClass(name);
     expectLoading(phone, loading(settings(false, false), "Pal", missing));
+}
+
+TEST(LoadTranscript, InAnotherProcess)
+{
+    MorningPhone phone;
+    hideClass("SpringBoard");
+    expectLoading(phone, {"objc_getClass SpringBoard", "objc_autoreleasePoolPush",
+                          "NSLog 'Solvane stands aside: this is not SpringBoard'", "objc_autoreleasePoolPop"});
+}
+
+TEST(LoadTranscript, WithAClassOfOurName)
+{
+    MorningPhone phone;
+    objc_registerClassPair(objc_allocateClassPair(objc_getClass("UIView"), "SVWidget", 0));
+    expectLoading(phone, {"objc_getClass SpringBoard", "objc_getClass APLCalendar", "objc_getClass SVWidget",
+                          "objc_autoreleasePoolPush", "class_getImageName SVWidget",
+                          "NSLog 'Solvane stands aside: there is a class SVWidget already (made at run time)'",
+                          "objc_autoreleasePoolPop"});
+}
+
+TEST(LoadTranscript, WithAProtocolOfOurName)
+{
+    MorningPhone phone;
+    objc_registerProtocol(objc_allocateProtocol("APLCalendarDelegate"));
+    expectLoading(phone, askingForRoom() + Rows{"objc_autoreleasePoolPush",
+                                                "NSLog 'Solvane stands aside: there is a protocol APLCalendarDelegate already'",
+                                                "objc_autoreleasePoolPop"});
 }
 
 TEST(ReloadTranscript, ReadsTheFileAndNothingElse)
