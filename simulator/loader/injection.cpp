@@ -7,11 +7,8 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "platform/Foundation/NSArray.hpp"
-#include "platform/Foundation/NSDictionary.hpp"
 #include "simulator/foundation/phone_root.hpp"
-#include "simulator/foundation/property_lists.hpp"
-#include "simulator/foundation/strings.hpp"
+#include "simulator/loader/injection_filter.hpp"
 
 namespace simulator {
 
@@ -28,17 +25,6 @@ std::vector<const Image*>& injectedLibraries()
 void complain(const std::filesystem::path& library, const std::string& reason)
 {
     std::fprintf(stderr, "springboard: %s was not injected: %s\n", library.filename().c_str(), reason.c_str());
-}
-
-/// A filter names the bundles of the processes that its library goes into: {Filter: {Bundles: [...]}}. None when it is none.
-std::optional<bool> filterNamesSpringBoard(const std::filesystem::path& filter)
-{
-    NSDictionary* const root = readPropertyList(filter);
-    auto* const rules = valueOfClass<NSDictionary>(root, constantString<"Filter">());
-    auto* const bundles = valueOfClass<NSArray>(rules, constantString<"Bundles">());
-    if (bundles == nullptr)
-        return std::nullopt;
-    return bundles->containsObject(constantString<"com.apple.springboard">());
 }
 
 /// What the loader's folder names, sorted; a library or a filter alone names it as well.
@@ -59,14 +45,12 @@ std::vector<std::filesystem::path> librariesForSpringBoard()
 {
     std::vector<std::filesystem::path> libraries;
     for (const auto& library : namedLibraries(onThisMachine(libraryFolder))) {
-        const auto filter = std::filesystem::path(library).replace_extension(".plist");
-        const auto namesSpringBoard = filterNamesSpringBoard(filter);
-        if (!namesSpringBoard)
-            complain(library, "its filter " + filter.filename().native() + " cannot be read");
-        else if (*namesSpringBoard && !std::filesystem::exists(library))
-            complain(library, "it is missing");
-        else if (*namesSpringBoard)
+        if (!isForSpringBoard(library))
+            continue;
+        if (std::filesystem::exists(library))
             libraries.push_back(library);
+        else
+            complain(library, "it is missing");
     }
     return libraries;
 }

@@ -10,10 +10,9 @@
 /// The loader that injects libraries into SpringBoard.
 namespace simulator {
 
-/// Loads every library in "/Library/MobileSubstrate/DynamicLibraries" whose filter (a property list of the same name)
-/// names "com.apple.springboard", in alphabetical order; one that cannot be loaded, is missing beside its filter or has none
-/// that can be read is reported on standard error and passed over. Then those of `more`, in their order; throws
-/// std::runtime_error for one that cannot be loaded.
+/// Loads every library in "/Library/MobileSubstrate/DynamicLibraries" that is for SpringBoard by its filter, in alphabetical
+/// order; one that cannot be loaded or is missing beside its filter is reported on standard error and passed over. Then those
+/// of `more`, in their order; throws std::runtime_error for one that cannot be loaded.
 void injectLibraries(const std::vector<std::filesystem::path>& more);
 
 /// A symbol that an injected library exports, the first library's first.

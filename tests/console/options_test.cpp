@@ -280,56 +280,6 @@ TEST(RootOption, DefaultsToAFolderBesideTheProgram)
     EXPECT_TRUE(fs::exists(delivery.folder() / "root/Library"));
 }
 
-// Injection
-
-TEST(Injection, FollowsTheFilter)
-{
-    const Console console;
-    writeFile(console.tree().libraryFolder() / "Solvane.plist",
-              "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>Filter</key><dict><key>Bundles</key><array>"
-              "<string>com.apple.mobilesafari</string></array></dict></dict></plist>");
-    EXPECT_EQ(console.run("show stormString\n").status, 2);
-}
-
-TEST(Injection, NeedsAFilter)
-{
-    const Console console;
-    fs::remove(console.tree().libraryFolder() / "Solvane.plist");
-    const ConsoleRun run = console.run("show stormString\n");
-    EXPECT_EQ(run.status, 2);
-    EXPECT_THAT(run.errors, StartsWith("springboard: Solvane.dylib was not injected: its filter Solvane.plist cannot be read\n"));
-}
-
-TEST(Injection, ReportsAFilterWithoutItsLibrary)
-{
-    const Console console;
-    fs::remove(console.tree().libraryFolder() / "Solvane.dylib");
-    const ConsoleRun run = console.run("show NSString\n");
-    EXPECT_EQ(run.errors, "springboard: Solvane.dylib was not injected: it is missing\n");
-    EXPECT_EQ(run.status, 0);
-}
-
-TEST(Injection, ReportsAFilterThatIsNone)
-{
-    for (const char* filter : {"{Filter=\"x\";}", "{Filter={Bundles=\"com.apple.springboard\";};}", "(Filter)", "", "{Filter="}) {
-        const Console console;
-        writeFile(console.tree().libraryFolder() / "Solvane.plist", filter);
-        const ConsoleRun run = console.run("show NSString\n");
-        EXPECT_EQ(run.errors, "springboard: Solvane.dylib was not injected: its filter Solvane.plist cannot be read\n");
-        EXPECT_EQ(run.status, 0);
-    }
-}
-
-TEST(Injection, ReportsAFolderThatCannotBeRead)
-{
-    const Console console;
-    fs::remove_all(console.tree().libraryFolder());
-    writeFile(console.tree().libraryFolder(), "");
-    const ConsoleRun run = console.run("show NSString\n");
-    EXPECT_THAT(run.errors, StartsWith("springboard: no library was injected: "));
-    EXPECT_EQ(run.status, 0);
-}
-
 TEST(Applications, ArePassedOverWhenTheirIdentifierIsNoText)
 {
     const Console console;
@@ -346,15 +296,6 @@ TEST(StandardOutput, IsReportedWhenItCannotBeWritten)
         EXPECT_EQ(outcome.status, 2) << command;
         EXPECT_EQ(outcome.errors, "springboard: standard output cannot be written\n");
     }
-}
-
-TEST(Injection, ReportsALibraryThatCannotBeLoaded)
-{
-    const Console console;
-    writeFile(console.tree().libraryFolder() / "Solvane.dylib", "rubbish");
-    const ConsoleRun run = console.run("show NSString\n");
-    EXPECT_THAT(run.errors, HasSubstr("Solvane.dylib was not injected"));
-    EXPECT_EQ(run.status, 0);
 }
 
 TEST(LoadOption, EndsWithStatusTwoWhenThereIsNoSuchLibrary)

@@ -27,6 +27,16 @@ void put(const char* fixture, const fs::path& place)
     fs::copy_file(fixtures / fixture, place, fs::copy_options::overwrite_existing);
 }
 
+/// An extension that goes into another process by its filter: only ours asks for it here.
+fs::path extension(const Phone& phone, const char* name)
+{
+    const fs::path library = phone.tree().libraryFolder() / name;
+    writeFile(fs::path(library).replace_extension(".plist"),
+              xmlPropertyList("<dict><key>Filter</key><dict><key>Bundles</key><array><string>com.apple.mobilesafari</string>"
+                              "</array></dict></dict>"));
+    return library;
+}
+
 std::vector<std::string> names(const std::vector<LoadedLibrary>& libraries)
 {
     std::vector<std::string> all;
@@ -71,8 +81,8 @@ using LibrariesLoadedFirst = TestOn<Phone>;
 TEST_F(LibrariesLoadedFirst, AreThePlugInAndTheTwoExtensionsInThatOrder)
 {
     put("recording_library.dylib", phone.tree().artLibrary());
-    put("recording_library.dylib", phone.tree().libraryFolder() / "Hushveil.dylib");
-    put("recording_library.dylib", phone.tree().libraryFolder() / "Dorrance.dylib");
+    put("recording_library.dylib", extension(phone, "Hushveil.dylib"));
+    put("recording_library.dylib", extension(phone, "Dorrance.dylib"));
     phone.inject();
     EXPECT_THAT(names(loadedLibraries()), ElementsAre("NowPlayingArtLockScreen", "Hushveil.dylib", "Dorrance.dylib"));
 }
@@ -80,8 +90,8 @@ TEST_F(LibrariesLoadedFirst, AreThePlugInAndTheTwoExtensionsInThatOrder)
 TEST_F(LibrariesLoadedFirst, AreThereBeforeAnyHook)
 {
     put("recording_library.dylib", phone.tree().artLibrary());
-    put("recording_library.dylib", phone.tree().libraryFolder() / "Hushveil.dylib");
-    put("recording_library.dylib", phone.tree().libraryFolder() / "Dorrance.dylib");
+    put("recording_library.dylib", extension(phone, "Hushveil.dylib"));
+    put("recording_library.dylib", extension(phone, "Dorrance.dylib"));
     phone.inject();
     ASSERT_THAT(loadedLibraries(), SizeIs(3));
     EXPECT_THAT(loadedLibraries(), Not(Contains(Field(&LoadedLibrary::hooksWereInPlace, true))));
@@ -99,23 +109,23 @@ TEST_F(LibrariesLoadedFirst, NeedNotBeInstalled)
 TEST_F(LibrariesLoadedFirst, LeaveTheRestToLoadWhenTheFirstIsMissing)
 {
     fs::remove(phone.tree().artLibrary());
-    put("recording_library.dylib", phone.tree().libraryFolder() / "Dorrance.dylib");
+    put("recording_library.dylib", extension(phone, "Dorrance.dylib"));
     phone.inject();
     EXPECT_THAT(names(loadedLibraries()), ElementsAre("Dorrance.dylib"));
 }
 
 TEST_F(LibrariesLoadedFirst, AreBoundAtOnce)
 {
-    put("unresolved_library.dylib", phone.tree().libraryFolder() / "Hushveil.dylib");
-    put("recording_library.dylib", phone.tree().libraryFolder() / "Dorrance.dylib");
+    put("unresolved_library.dylib", extension(phone, "Hushveil.dylib"));
+    put("recording_library.dylib", extension(phone, "Dorrance.dylib"));
     phone.inject();
     EXPECT_THAT(names(loadedLibraries()), ElementsAre("Dorrance.dylib"));
 }
 
 TEST_F(LibrariesLoadedFirst, AreNoLibrariesWhenTheFilesAreRubbish)
 {
-    writeFile(phone.tree().libraryFolder() / "Hushveil.dylib", "no library");
-    fs::create_directory(phone.tree().libraryFolder() / "Dorrance.dylib");
+    writeFile(extension(phone, "Hushveil.dylib"), "no library");
+    fs::create_directory(extension(phone, "Dorrance.dylib"));
     phone.inject();
     EXPECT_TRUE(isHooked(listView, "layoutSubviews"));
 }

@@ -55,11 +55,7 @@ void PhoneTree::writePreferences(std::string_view contents) const
 
 void PhoneTree::writePreferencesXML(std::string_view rootElement) const
 {
-    writePreferences("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                     "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
-                     "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
-                     "<plist version=\"1.0\">" +
-                     std::string(rootElement) + "</plist>\n");
+    writePreferences(xmlPropertyList(rootElement));
 }
 
 void PhoneTree::writeBinaryPreferences(const std::string& python) const
@@ -86,6 +82,14 @@ TemporaryFolder::~TemporaryFolder()
 {
     std::error_code ignored;
     fs::remove_all(path_, ignored);
+}
+
+std::string xmlPropertyList(std::string_view rootElement)
+{
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+           "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+           "<plist version=\"1.0\">" +
+           std::string(rootElement) + "</plist>\n";
 }
 
 void writeFile(const fs::path& file, std::string_view contents)

@@ -45,5 +45,7 @@ private:
     std::filesystem::path path_;
 };
 
+std::string xmlPropertyList(std::string_view rootElement);
+
 void writeFile(const std::filesystem::path& file, std::string_view contents);
 std::string readFile(const std::filesystem::path& file);
