@@ -18,7 +18,7 @@ file(GLOB package_pictures CONFIGURE_DEPENDS assets/Solvane/*.png)
 add_custom_command(
     OUTPUT ${phone_package}
     COMMAND ${packaging_tools}/build_package ${PROJECT_BINARY_DIR} ${package_control} ${phone_package}
-    DEPENDS ${phone_library} ${package_control} ${package_pictures} packaging/filter.plist packaging/settings/Solvane.plist
+    DEPENDS ${phone_library} ${package_control} ${package_pictures} ${library_filter} packaging/settings/Solvane.plist
         ${packaging_tools}/build_package
     COMMENT "Packing Solvane_${PROJECT_VERSION}_iphoneos-arm.deb"
     VERBATIM)

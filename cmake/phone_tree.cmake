@@ -2,16 +2,28 @@
 include_guard()
 include(${CMAKE_CURRENT_LIST_DIR}/library.cmake)
 include(${CMAKE_CURRENT_LIST_DIR}/simulator.cmake)
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
 set(CMAKE_INSTALL_MESSAGE LAZY)
 set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(library_folder Library/MobileSubstrate/DynamicLibraries)
 
+# The loader's filter, in the binary form in which filters ship.
+set(library_filter ${PROJECT_BINARY_DIR}/filter.plist)
+set(binary_property_list ${PROJECT_SOURCE_DIR}/packaging/tools/binary_property_list.py)
+add_custom_command(
+    OUTPUT ${library_filter}
+    COMMAND ${Python3_EXECUTABLE} ${binary_property_list} ${PROJECT_SOURCE_DIR}/packaging/filter.plist ${library_filter}
+    DEPENDS packaging/filter.plist ${binary_property_list}
+    VERBATIM)
+add_custom_target(library_filter DEPENDS ${library_filter})
+add_dependencies(Solvane library_filter)
+
 # The library, what the loader asks for beside it, and its pictures.
 install(TARGETS Solvane LIBRARY DESTINATION ${library_folder})
 function(install_beside_the_library)
-    install(FILES packaging/filter.plist DESTINATION ${library_folder} RENAME Solvane.plist ${ARGN})
+    install(FILES ${library_filter} DESTINATION ${library_folder} RENAME Solvane.plist ${ARGN})
     install(DIRECTORY assets/Solvane/ DESTINATION "Library/Application Support/Solvane" ${ARGN} FILES_MATCHING PATTERN "*.png")
 endfunction()
 install_beside_the_library()

@@ -124,6 +124,7 @@ class Package(unittest.TestCase):
         self.assertAlmostEqual(int(fields["Installed-Size"]), size / 1024, delta=2)
 
     def test_is_for_springboard_alone(self):
+        self.assertEqual(CONTENTS[FILTER][:8], b"bplist00")
         self.assertEqual(plistlib.loads(CONTENTS[FILTER]), {"Filter": {"Bundles": ["com.apple.springboard"]}})
 
     def test_has_the_pictures_that_the_library_asks_for(self):
