@@ -36,7 +36,7 @@ NSInteger timeOfDayAtHour(NSInteger hour)
 
 NSInteger localHour()
 {
-    const Owned<NSCalendar> calendar = adopt(NSCalendar::alloc()->initWithCalendarIdentifier(NSCalendarIdentifierGregorian));
+    const Owned<NSCalendar> calendar = adopt(NSCalendar::alloc()->initWithCalendarIdentifier(NSGregorianCalendar));
     return calendar->components_fromDate(NSCalendarUnitHour, NSDate::date())->hour();
 }
 

@@ -55,4 +55,5 @@ public:
     }
 };
 
-extern "C" [[gnu::visibility("default")]] NSString* const NSCalendarIdentifierGregorian;
+/// The identifier "gregorian" by its older name, which systems before 8 are sure to export.
+extern "C" [[gnu::visibility("default")]] NSString* const NSGregorianCalendar;
