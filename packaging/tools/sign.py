@@ -1,8 +1,8 @@
-"""Gives a Mach-O library of one processor an ad-hoc code signature: `sign.py IDENTIFIER LIBRARY`.
+"""Gives a Mach-O library of one processor a code signature: `sign.py IDENTIFIER LIBRARY`.
 
-The signature holds two code directories: one of SHA-1 hashes, the only one that iOS 7 knows, and one of SHA-256 hashes for
-later systems, which prefer it. Its layout follows "cs_blobs.h" (XNU); that of the file, "OS X ABI Mach-O File Format
-Reference". The same input gives the same output, byte for byte.
+It has the form in which extensions for iOS 7 and 8 are signed: one code directory of SHA-1 hashes without any flag, an empty set
+of requirements, and nothing else. No certificate stands behind it. Its layout follows "cs_blobs.h" (XNU); that of the file,
+"OS X ABI Mach-O File Format Reference". The same input gives the same output, byte for byte.
 """
 
 import hashlib
@@ -17,19 +17,16 @@ LC_CODE_SIGNATURE = 0x1D
 EMBEDDED_SIGNATURE = 0xFADE0CC0
 CODE_DIRECTORY = 0xFADE0C02
 REQUIREMENTS = 0xFADE0C01
-CMS_SIGNATURE = 0xFADE0B01
 
 CODE_DIRECTORY_SLOT = 0
 REQUIREMENTS_SLOT = 2
-ALTERNATE_CODE_DIRECTORY_SLOT = 0x1000
-CMS_SIGNATURE_SLOT = 0x10000
 
 CODE_DIRECTORY_VERSION = 0x20001
-AD_HOC = 0x2
+NO_FLAGS = 0
 PAGE_SHIFT = 12
 PAGE = 1 << PAGE_SHIFT
 SEGMENT_ALIGNMENT = 0x4000  # the largest page of the phones' processors
-HASHES = {"sha1": 1, "sha256": 2}
+SHA1 = 1
 
 
 class Fault(Exception):
@@ -44,10 +41,11 @@ def blob(magic, content=b""):
     return struct.pack(">II", magic, 8 + len(content)) + content
 
 
-def code_directory(algorithm, identifier, code, requirements):
-    def digest(data):
-        return hashlib.new(algorithm, data).digest()
+def digest(data):
+    return hashlib.sha1(data).digest()
 
+
+def code_directory(identifier, code, requirements):
     pages = [digest(code[start : start + PAGE]) for start in range(0, len(code), PAGE)]
     no_info_plist = bytes(len(pages[0]))
     special = [digest(requirements), no_info_plist]  # slots -2 and -1
@@ -58,8 +56,8 @@ def code_directory(algorithm, identifier, code, requirements):
     size = hash_offset + len(pages) * len(pages[0])
     return (
         head.pack(
-            CODE_DIRECTORY, size, CODE_DIRECTORY_VERSION, AD_HOC, hash_offset, head.size, len(special), len(pages),
-            len(code), len(pages[0]), HASHES[algorithm], 0, PAGE_SHIFT, 0,
+            CODE_DIRECTORY, size, CODE_DIRECTORY_VERSION, NO_FLAGS, hash_offset, head.size, len(special), len(pages),
+            len(code), len(pages[0]), SHA1, 0, PAGE_SHIFT, 0,
         )
         + name
         + b"".join(special)
@@ -70,10 +68,8 @@ def code_directory(algorithm, identifier, code, requirements):
 def signature(identifier, code):
     requirements = blob(REQUIREMENTS, struct.pack(">I", 0))
     parts = [
-        (CODE_DIRECTORY_SLOT, code_directory("sha1", identifier, code, requirements)),
+        (CODE_DIRECTORY_SLOT, code_directory(identifier, code, requirements)),
         (REQUIREMENTS_SLOT, requirements),
-        (ALTERNATE_CODE_DIRECTORY_SLOT, code_directory("sha256", identifier, code, requirements)),
-        (CMS_SIGNATURE_SLOT, blob(CMS_SIGNATURE)),
     ]
     offset = 12 + 8 * len(parts)
     index = b""

@@ -4,6 +4,8 @@ import hashlib
 import struct
 
 EMBEDDED_SIGNATURE, CODE_DIRECTORY = 0xFADE0CC0, 0xFADE0C02
+CODE_DIRECTORY_SLOT, REQUIREMENTS_SLOT = 0, 2
+NO_REQUIREMENTS = bytes.fromhex("fade0c01 0000000c 00000000")
 ALGORITHMS = {1: hashlib.sha1, 2: hashlib.sha256}
 
 
@@ -28,7 +30,7 @@ def check_directory(directory, code, blobs):
     hash_of = ALGORITHMS[kind]
     assert magic == CODE_DIRECTORY and length == len(directory)
     assert version >= 0x20001
-    assert flags == 0x2, "not ad hoc"
+    assert flags == 0, "flags that an extension's directory does not have"
     assert page_shift == 12, "the phone signs pages of 4096 bytes"
     assert limit == len(code)
     assert page_count == -(-len(code) // 4096)
