@@ -31,7 +31,8 @@ constexpr std::string_view argumentClass()
         return {};
 }
 
-void noteArgumentClasses(IMP implementation, std::vector<std::string_view> classes);
+/// Plugins of the simulator call it too, from outside of the program.
+[[gnu::visibility("default")]] void noteArgumentClasses(IMP implementation, std::vector<std::string_view> classes);
 
 template <class... Arguments>
 void noteArgumentClasses(IMP implementation)
