@@ -9,7 +9,8 @@ class NSString;
 class UIImage : public NSObject {
 public:
     static UIImage* alloc() { return send<"alloc", UIImage*>(classNamed<"UIImage">()); }
-    /// Reads a file, or its "@2x" or "@3x" sibling on a screen of that scale. A missing or unreadable file gives nil.
+    /// Reads a file, or its "@2x" or, since iOS 8, "@3x" sibling on a screen of that scale. A missing or unreadable file gives
+    /// nil.
     static UIImage* imageWithContentsOfFile(NSString* path)
     {
         return send<"imageWithContentsOfFile:", UIImage*>(classNamed<"UIImage">(), path);

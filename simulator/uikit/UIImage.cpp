@@ -5,6 +5,7 @@
 
 #include "platform/UIKit/UIScreen.hpp"
 #include "simulator/foundation/phone_root.hpp"
+#include "simulator/foundation/phone_system.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/graphics/contexts.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
@@ -16,19 +17,22 @@ namespace simulator {
 
 namespace {
 
-/// What a file's name ends in when its pixels are so many a point.
+/// What a file's name ends in when its pixels are so many a point, and the first system that heeds it.
 struct ScaleMark {
     std::string_view mark;
     CGFloat scale;
+    System since;
+
+    bool isHeeded() const { return since <= phoneSystem(); }
 };
 
 /// The best first.
-constexpr ScaleMark scaleMarks[] = {{"@3x", 3}, {"@2x", 2}};
+constexpr ScaleMark scaleMarks[] = {{"@3x", 3, System::v8_1}, {"@2x", 2, System::v7_0}};
 
 const ScaleMark* markOf(const std::filesystem::path& file)
 {
-    const auto* const found =
-        std::ranges::find_if(scaleMarks, [&](const ScaleMark& scaled) { return file.stem().native().ends_with(scaled.mark); });
+    const auto* const found = std::ranges::find_if(
+        scaleMarks, [&](const ScaleMark& scaled) { return scaled.isHeeded() && file.stem().native().ends_with(scaled.mark); });
     return found == std::end(scaleMarks) ? nullptr : found;
 }
 
@@ -81,7 +85,7 @@ Owned<UIImage> imageInFile(const std::filesystem::path& file)
     if (const ScaleMark* const scaled = markOf(file))
         return imageWithBitmap(Bitmap::read(file, scaled->scale));
     for (const ScaleMark& scaled : scaleMarks) {
-        if (scaled.scale > UIScreen::mainScreen()->scale())
+        if (!scaled.isHeeded() || scaled.scale > UIScreen::mainScreen()->scale())
             continue;
         if (Owned<UIImage> image = imageWithBitmap(Bitmap::read(siblingOf(file, scaled), scaled.scale)))
             return image;

@@ -1,7 +1,9 @@
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <optional>
 
 #include "platform/UIKit/UIImage.hpp"
+#include "simulator/foundation/phone_system.hpp"
 #include "tests/support/Phone.hpp"
 #include "tests/support/Picture.hpp"
 
@@ -11,7 +13,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A file beside the others, and the scale that its name stands for.
+using simulator::System;
+
+/// A file beside the others, and the scale of its pixels.
 struct File {
     const char* name;
     CGFloat scale;
@@ -22,25 +26,39 @@ constexpr File twofold{"Drawing@2x.png", 2};
 constexpr File threefold{"Drawing@3x.png", 3};
 constexpr File files[] = {plain, twofold, threefold};
 
-/// Those that are looked for on a screen of a scale when the plain one is asked for, the best first.
-std::vector<File> searchedAt(int scale)
+/// Which files a phone looks for when the plain one is asked for, the best first.
+struct Search {
+    System system;
+    double screen;
+    std::vector<File> files;
+};
+
+void PrintTo(const Search& search, std::ostream* stream)
 {
-    switch (scale) {
-    case 1:
-        return {plain};
-    case 2:
-        return {twofold, plain};
-    default:
-        return {threefold, twofold, plain};
-    }
+    *stream << simulator::versionOf(search.system) << " at " << search.screen;
 }
 
-struct ImageFiles : testing::TestWithParam<int> {
-    Phone phone{{320, 568, static_cast<double>(GetParam())}};
+const Search searches[] = {
+    {System::v8_1, 1, {plain}},
+    {System::v8_1, 2, {twofold, plain}},
+    {System::v8_1, 3, {threefold, twofold, plain}},
+    {System::v8_1, 4, {threefold, twofold, plain}},
+    {System::v7_1, 2, {twofold, plain}},
+    {System::v7_1, 3, {twofold, plain}},
+};
+
+struct ImageFiles : testing::TestWithParam<Search> {
+    ImageFiles()
+    {
+        setenv("SOLVANE_SYSTEM", std::string(simulator::versionOf(GetParam().system)).c_str(), 1);
+        phone.emplace(simulator::ScreenSize{320, 568, GetParam().screen});
+    }
+
+    std::optional<Phone> phone;
 
     static constexpr const char* folder = "/Library/Application Support/Drawings/";
 
-    fs::path path(const File& file) const { return phone.tree().root() / fs::path(folder).relative_path() / file.name; }
+    fs::path path(const File& file) const { return phone->tree().root() / fs::path(folder).relative_path() / file.name; }
 
     /// Puts in place those files whose bits are set; each has a size in points of its own.
     void place(unsigned mix) const
@@ -80,7 +98,7 @@ TEST_P(ImageFiles, AreSearchedForTheBestOneThatIsThere)
         SCOPED_TRACE(mix);
         place(mix);
         std::optional<File> best;
-        for (const File& file : searchedAt(GetParam())) {
+        for (const File& file : GetParam().files) {
             if (isIn(mix, file) && !best)
                 best = file;
         }
@@ -93,15 +111,22 @@ TEST_P(ImageFiles, AreReadByTheirOwnNameWhateverElseIsThere)
     for (unsigned mix = 0; mix < 8; ++mix) {
         SCOPED_TRACE(mix);
         place(mix);
-        for (const File& file : {twofold, threefold})
-            expectFile(read(file), isIn(mix, file) ? std::optional(file) : std::nullopt);
+        expectFile(read(twofold), isIn(mix, twofold) ? std::optional(twofold) : std::nullopt);
+        UIImage* const image = read(threefold);
+        if (GetParam().system >= System::v8_1 || image == nullptr) {
+            expectFile(image, isIn(mix, threefold) ? std::optional(threefold) : std::nullopt);
+            continue;
+        }
+        // To an older system the name says nothing.
+        EXPECT_EQ(image->scale(), 1);
+        EXPECT_EQ(image->size(), (CGSize{3 * sizeOf(threefold).width, 3 * sizeOf(threefold).height}));
     }
 }
 
 TEST_P(ImageFiles, ArePassedOverWhenTheyAreNoPicture)
 {
     place(7);
-    std::vector<File> searched = searchedAt(GetParam());
+    std::vector<File> searched = GetParam().files;
     while (!searched.empty()) {
         expectFile(read(plain), searched.front());
         writeFile(path(searched.front()), "no picture");
@@ -110,4 +135,4 @@ TEST_P(ImageFiles, ArePassedOverWhenTheyAreNoPicture)
     EXPECT_EQ(read(plain), nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, ImageFiles, testing::Values(1, 2, 3, 4));
+INSTANTIATE_TEST_SUITE_P(Screens, ImageFiles, testing::ValuesIn(searches));
