@@ -9,10 +9,12 @@ namespace {
 struct Version {
     System system;
     std::string_view text;
+    double coreFoundation;
 };
 
 constexpr Version versions[] = {
-    {System::v7_0, "7.0"}, {System::v7_0_4, "7.0.4"}, {System::v7_1, "7.1"}, {System::v8_1, "8.1"}, {System::v8_4, "8.4"},
+    {System::v7_0, "7.0", 847.20},  {System::v7_0_4, "7.0.4", 847.21}, {System::v7_1, "7.1", 847.24},
+    {System::v8_1, "8.1", 1141.14}, {System::v8_4, "8.4", 1145.15},
 };
 
 System& chosen()
@@ -36,6 +38,11 @@ void choosePhoneSystem(System system)
 std::string_view versionOf(System system)
 {
     return std::ranges::find(versions, system, &Version::system)->text;
+}
+
+double coreFoundationVersionOf(System system)
+{
+    return std::ranges::find(versions, system, &Version::system)->coreFoundation;
 }
 
 std::optional<System> systemOfVersion(std::string_view version)

@@ -17,6 +17,8 @@ void choosePhoneSystem(System system);
 
 /// Its version, as "8.1".
 std::string_view versionOf(System system);
+/// The version of its Core Foundation, by which the loader's filters tell systems apart: 1141.14 of 8.1.
+double coreFoundationVersionOf(System system);
 /// None for a version of which nothing is known.
 std::optional<System> systemOfVersion(std::string_view version);
 /// All versions, for the user to choose from: "7.0|7.0.4".

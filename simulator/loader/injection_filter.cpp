@@ -5,15 +5,13 @@
 
 #include "platform/Foundation/NSArray.hpp"
 #include "platform/Foundation/NSLog.hpp"
+#include "simulator/foundation/phone_system.hpp"
 #include "simulator/foundation/property_lists.hpp"
 #include "simulator/foundation/strings.hpp"
 
 namespace simulator {
 
 namespace {
-
-/// That of iOS 8.1.
-constexpr double coreFoundationVersion = 1141.14;
 
 struct Broken {
     const char* reason;
@@ -47,7 +45,8 @@ bool isWithin(NSArray* versions)
             throw Broken{noVersions};
         bounds[i] = bound->doubleValue();
     }
-    return bounds[0] <= coreFoundationVersion && coreFoundationVersion < bounds[1];
+    const double version = coreFoundationVersionOf(phoneSystem());
+    return bounds[0] <= version && version < bounds[1];
 }
 
 bool admitsSpringBoard(NSDictionary* rules, NSString* library)
@@ -56,7 +55,8 @@ bool admitsSpringBoard(NSDictionary* rules, NSString* library)
     auto* const versions = condition<NSArray>(rules, constantString<"CoreFoundationVersion">(), list, noVersions);
     auto* const bundles = condition<NSArray>(rules, constantString<"Bundles">(), list, "Bundles is no list");
     if (versions != nullptr && !isWithin(versions)) {
-        NSLog(constantString<"%@ is not injected: its filter leaves out CoreFoundation %g">(), library, coreFoundationVersion);
+        NSLog(constantString<"%@ is not injected: its filter leaves out CoreFoundation %.2f">(), library,
+              coreFoundationVersionOf(phoneSystem()));
         return false;
     }
     return bundles == nullptr || bundles->containsObject(constantString<"com.apple.springboard">());

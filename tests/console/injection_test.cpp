@@ -54,6 +54,11 @@ void PrintTo(const Filter& filter, std::ostream* stream)
 
 const auto named = [](const auto& filter) { return std::string(filter.param.name); };
 
+/// Core Foundation has the version 1141.14 there.
+struct EightPointOne : Console {
+    EightPointOne() { options = {"--system", "8.1"}; }
+};
+
 class AdmittingFilter : public testing::TestWithParam<Filter> {};
 class RefusingFilter : public testing::TestWithParam<Filter> {};
 
@@ -61,7 +66,7 @@ class RefusingFilter : public testing::TestWithParam<Filter> {};
 
 TEST_P(AdmittingFilter, LetsTheLibraryIn)
 {
-    const Console console;
+    const EightPointOne console;
     writeFile(filter(console), GetParam().contents);
     const Launch launched = launch(console);
     EXPECT_TRUE(launched.isInjected);
@@ -78,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_P(RefusingFilter, KeepsTheLibraryOut)
 {
-    const Console console;
+    const EightPointOne console;
     writeFile(filter(console), GetParam().contents);
     const Launch launched = launch(console);
     EXPECT_FALSE(launched.isInjected);
