@@ -1,6 +1,7 @@
-# add_mach_o_library(FILE ARCHITECTURE SOURCES SOURCE... STUBS STUB...) makes FILE, a signed Mach-O library: for one of the
-# phone's processors, armv7 or arm64, or for that of the phone's simulator on a desk, x86_64. It is linked against text stubs
-# of the phone's libraries.
+# add_mach_o_library(FILE ARCHITECTURE SOURCES SOURCE... STUBS STUB... WEAK_STUBS STUB...) makes FILE, a signed Mach-O library:
+# for one of the phone's processors, armv7 or arm64, or for that of the phone's simulator on a desk, x86_64. It is linked
+# against text stubs of the phone's libraries; the libraries of the weak stubs may be missing on a phone, and so may symbols
+# that the sources call weak.
 include_guard()
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
@@ -40,7 +41,7 @@ function(add_mach_o_object object architecture source)
 endfunction()
 
 function(add_mach_o_library file architecture)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;STUBS")
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;STUBS;WEAK_STUBS")
     set(objects)
     foreach(source IN LISTS arg_SOURCES)
         cmake_path(ABSOLUTE_PATH source)
@@ -54,34 +55,41 @@ function(add_mach_o_library file architecture)
         # A linker of an earlier generation, the last one that knows the processor. What lies between two constants it copies
         # from memory that it has not set: malloc fills that with zeros (the complement of 255), so that each build is the same.
         set(stubs)
-        foreach(stub IN LISTS arg_STUBS)
+        foreach(stub IN LISTS arg_STUBS arg_WEAK_STUBS)
             cmake_path(GET stub STEM stem)
             list(APPEND stubs ${file}.parts/${stem}.yaml)
         endforeach()
         add_custom_command(
             OUTPUT ${stubs}
-            COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/armv7_stubs.py ${file}.parts ${arg_STUBS}
-            DEPENDS ${arg_STUBS} ${packaging_tools}/armv7_stubs.py
+            COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/armv7_stubs.py ${file}.parts ${arg_STUBS} ${arg_WEAK_STUBS}
+            DEPENDS ${arg_STUBS} ${arg_WEAK_STUBS} ${packaging_tools}/armv7_stubs.py
             VERBATIM)
         set(link ${CMAKE_COMMAND} -E env MALLOC_PERTURB_=255
             ld64.lld.darwinold-13 -arch armv7 -ios_version_min 7.0 -sdk_version 7.0)
-        set(finish ${Python3_EXECUTABLE} ${packaging_tools}/armv7_finish.py)
+        set(linked ${stubs})
+        set(finish ${Python3_EXECUTABLE} ${packaging_tools}/armv7_finish.py ${file} ${objects} --weak ${arg_WEAK_STUBS})
     else()
         # A library outside the App Store is not encrypted, so its code needs no pages of its own.
-        set(stubs ${arg_STUBS})
+        set(stubs ${arg_STUBS} ${arg_WEAK_STUBS})
+        set(linked ${arg_STUBS})
+        foreach(stub IN LISTS arg_WEAK_STUBS)
+            list(APPEND linked -weak_library ${stub})
+        endforeach()
         set(link ld64.lld-19 -arch ${architecture} -platform_version ${mach_o_platform_${architecture}} 7.0 7.0
             -dead_strip -no_adhoc_codesign -no_encryption)
-        set(finish llvm-strip-19 -x)
+        set(finish llvm-strip-19 -x ${file})
     endif()
     cmake_path(GET file FILENAME name)
     cmake_path(GET file STEM stem)
     add_custom_command(
         OUTPUT ${file}
-        COMMAND ${link} -dylib -install_name /Library/MobileSubstrate/DynamicLibraries/${name} -no_function_starts
-            -no_data_in_code_info -o ${file} ${objects} ${stubs}
-        COMMAND ${finish} ${file}
+        COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/strict_link.py ${link} -dylib
+            -install_name /Library/MobileSubstrate/DynamicLibraries/${name} -no_function_starts
+            -no_data_in_code_info -o ${file} ${objects} ${linked}
+        COMMAND ${finish}
         COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/sign.py org.solvane.${stem} ${file}
-        DEPENDS ${objects} ${stubs} ${packaging_tools}/armv7_finish.py ${packaging_tools}/sign.py
+        DEPENDS ${objects} ${stubs} ${arg_WEAK_STUBS} ${packaging_tools}/strict_link.py ${packaging_tools}/armv7_finish.py
+            ${packaging_tools}/sign.py
         COMMENT "Linking and signing ${name} for ${architecture}"
         VERBATIM)
 endfunction()

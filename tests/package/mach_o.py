@@ -8,6 +8,7 @@ LC_SEGMENT = 0x1
 LC_SYMTAB = 0x2
 LC_LOAD_DYLIB = 0xC
 LC_ID_DYLIB = 0xD
+LC_LOAD_WEAK_DYLIB = 0x80000018
 LC_SEGMENT_64 = 0x19
 LC_CODE_SIGNATURE = 0x1D
 LC_VERSION_MIN_IPHONEOS = 0x25
@@ -53,6 +54,7 @@ class Image:
         self.segments = []
         self.sections = {}
         self.libraries = []
+        self.weak_libraries = set()
         self.commands = {}
         offset = 32 if self.is_64_bit else 28
         for _ in range(count):
@@ -60,13 +62,15 @@ class Image:
             self.commands.setdefault(kind, offset)
             if kind in (LC_SEGMENT, LC_SEGMENT_64):
                 self._read_segment(offset)
-            elif kind in (LC_LOAD_DYLIB, LC_ID_DYLIB):
+            elif kind in (LC_LOAD_DYLIB, LC_LOAD_WEAK_DYLIB, LC_ID_DYLIB):
                 name, _, current, compatibility = struct.unpack_from("<4I", data, offset + 8)
                 entry = (text(data, offset + name), compatibility)
                 if kind == LC_ID_DYLIB:
                     self.install_name = entry[0]
                 else:
                     self.libraries.append(entry)
+                    if kind == LC_LOAD_WEAK_DYLIB:
+                        self.weak_libraries.add(entry[0])
             offset += size
 
     def _read_segment(self, offset):
@@ -148,11 +152,19 @@ class Image:
 
     def bindings(self):
         """What the loader fills in, lazily or not: each symbol with the library that it is to come from."""
+        return {(symbol, library) for symbol, library, _ in self._bindings()}
+
+    def weak_bindings(self):
+        """The symbols of which each binding says that they may be missing."""
+        bindings = self._bindings()
+        return {symbol for symbol, _, _ in bindings} - {symbol for symbol, _, is_weak in bindings if not is_weak}
+
+    def _bindings(self):
         found = set()
         for field in (16, 32):
             start, size = (self.number(LC_DYLD_INFO_ONLY, field + offset) for offset in (0, 4))
             offset, end = start, start + size
-            library = symbol = None
+            library = symbol = is_weak = None
             while offset < end:
                 opcode, immediate = self.data[offset] & 0xF0, self.data[offset] & 0x0F
                 offset += 1
@@ -163,12 +175,12 @@ class Image:
                 elif opcode == 0x30:
                     library = -immediate
                 elif opcode == 0x40:
-                    symbol = text(self.data, offset)
+                    symbol, is_weak = text(self.data, offset), bool(immediate & 1)
                     offset += len(symbol) + 1
                 elif opcode in (0x60, 0x70, 0x80):
                     _, offset = uleb(self.data, offset)
                 elif opcode >= 0x90:
-                    found.add((symbol, self.libraries[library - 1][0] if library > 0 else library))
+                    found.add((symbol, self.libraries[library - 1][0] if library > 0 else library, is_weak))
                     for _ in range({0xA0: 1, 0xC0: 2}.get(opcode, 0)):
                         _, offset = uleb(self.data, offset)
         return found

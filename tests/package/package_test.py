@@ -13,6 +13,7 @@ from pathlib import Path
 
 import code_signature
 import mach_o
+import weak_imports
 
 HERE = Path(__file__).parent
 SOURCES = HERE.parents[1]
@@ -166,6 +167,12 @@ class Library(unittest.TestCase):
     def test_is_linked_with_libraries_that_a_phone_has(self):
         for name, image in IMAGES.items():
             self.assertEqual(dict(image.libraries), LIBRARIES, name)
+
+    def test_cannot_do_without_any_of_them(self):
+        for name, image in IMAGES.items():
+            with self.subTest(name):
+                self.assertEqual((weak_imports.libraries(image.data), image.weak_libraries), (set(), set()))
+                self.assertEqual((weak_imports.symbols(image.data), image.weak_bindings()), (set(), set()))
 
     def test_exports_its_names_and_no_others(self):
         intended = {f"_{name}" for name in (SOURCES / "tests/exported_names.txt").read_text().split()}
