@@ -54,6 +54,7 @@ function(add_mach_o_library file architecture)
     if(architecture STREQUAL armv7)
         # A linker of an earlier generation, the last one that knows the processor. What lies between two constants it copies
         # from memory that it has not set: malloc fills that with zeros (the complement of 255), so that each build is the same.
+        # Code for this processor has constants between its instructions; the library tells where, so that tools can tell.
         set(stubs)
         foreach(stub IN LISTS arg_STUBS arg_WEAK_STUBS)
             cmake_path(GET stub STEM stem)
@@ -76,7 +77,7 @@ function(add_mach_o_library file architecture)
             list(APPEND linked -weak_library ${stub})
         endforeach()
         set(link ld64.lld-19 -arch ${architecture} -platform_version ${mach_o_platform_${architecture}} 7.0 7.0
-            -dead_strip -no_adhoc_codesign -no_encryption)
+            -dead_strip -no_data_in_code_info -no_adhoc_codesign -no_encryption)
         set(finish llvm-strip-19 -x ${file})
     endif()
     cmake_path(GET file FILENAME name)
@@ -84,8 +85,7 @@ function(add_mach_o_library file architecture)
     add_custom_command(
         OUTPUT ${file}
         COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/strict_link.py ${link} -dylib
-            -install_name /Library/MobileSubstrate/DynamicLibraries/${name} -no_function_starts
-            -no_data_in_code_info -o ${file} ${objects} ${linked}
+            -install_name /Library/MobileSubstrate/DynamicLibraries/${name} -no_function_starts -o ${file} ${objects} ${linked}
         COMMAND ${finish}
         COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/sign.py org.solvane.${stem} ${file}
         DEPENDS ${objects} ${stubs} ${arg_WEAK_STUBS} ${packaging_tools}/strict_link.py ${packaging_tools}/armv7_finish.py

@@ -224,6 +224,12 @@ class Library(unittest.TestCase):
         for name in IMAGES:
             self.assertEqual(stubs[name], {(symbol, library) for symbol, library, _ in platform_symbols(name)}, name)
 
+    def test_runs_on_the_oldest_processors_that_such_phones_have(self):
+        for name in SLICES:
+            instructions, unknown = disassembled(name)
+            self.assertGreater(instructions, 10_000, name)
+            self.assertEqual(unknown, [], name)
+
     def test_has_two_initialisers_in_order(self):
         for name, image in IMAGES.items():
             with self.subTest(name):
@@ -271,16 +277,31 @@ class Library(unittest.TestCase):
             self.assertNotIn(trace, CONTENTS[LIBRARY])
 
 
+# What a slice's code and its stubs are, and the processors of the oldest phones: those of the iPhone 4 and 5s.
+TRIPLES = {"armv7": ("thumbv7-apple-ios", "armv7-apple-ios"), "arm64": ("arm64-apple-ios", "arm64-apple-ios")}
+PROCESSORS = {"armv7": "cortex-a8", "arm64": "apple-a7"}
+
+
+def listing(architecture, triple, *options):
+    return subprocess.run(
+        ["llvm-objdump-19", "--disassemble", f"--triple={triple}", f"--mcpu={PROCESSORS[architecture]}", *options, "-"],
+        input=SLICES[architecture][0], capture_output=True, check=True,
+    ).stdout.decode().splitlines()  # fmt: skip
+
+
+def disassembled(architecture):
+    """How many instructions a slice has, and the lines of those that its oldest processor does not know."""
+    code_triple, stubs_triple = TRIPLES[architecture]
+    # A listing of this kind knows of the constants between the instructions.
+    code = [line for line in listing(architecture, code_triple, "--macho") if "@ KIND_" not in line]
+    stubs = listing(architecture, stubs_triple, "--section=__stubs", "--section=__stub_helper")
+    return len(code) + len(stubs), [line for line in code + stubs if re.search(r"\t\.(short|long)\b|<unknown>", line)]
+
+
 def calls_between(architecture, first, end):
     """The symbols of other libraries that the code between two addresses calls."""
-    data, _, _ = SLICES[architecture]
-    triple = {"armv7": "thumbv7-apple-ios", "arm64": "arm64-apple-ios"}[architecture]
-    listing = subprocess.run(
-        ["llvm-objdump-19", "--macho", "--disassemble", f"--triple={triple}", "-"],
-        input=data, capture_output=True, check=True,
-    ).stdout.decode()  # fmt: skip
     calls = set()
-    for line in listing.splitlines():
+    for line in listing(architecture, TRIPLES[architecture][0], "--macho"):
         found = re.match(r"\s*([0-9a-f]+):.*symbol stub for: (\S+)", line)
         if found and first <= int(found[1], 16) < end:
             calls.add(found[2])
