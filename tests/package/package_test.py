@@ -116,9 +116,8 @@ class Package(unittest.TestCase):
         self.assertEqual(fields["Package"], "org.solvane.solvane")
         self.assertEqual(fields["Version"], version)
         self.assertEqual(fields["Architecture"], "iphoneos-arm")
-        self.assertEqual(
-            fields["Depends"].split(", "), ["firmware (>= 7.0)", "firmware (<< 9.0)", "mobilesubstrate", "preferenceloader"]
-        )
+        self.assertEqual(fields["Pre-Depends"].split(", "), ["firmware (>= 7.0.3)", "firmware (<< 9.0)"])
+        self.assertEqual(fields["Depends"].split(", "), ["mobilesubstrate", "preferenceloader"])
         for field in ("Name", "Section", "Maintainer", "Description"):
             self.assertTrue(fields[field], field)
         size = sum(len(content) for content in CONTENTS.values())
@@ -126,7 +125,8 @@ class Package(unittest.TestCase):
 
     def test_is_for_springboard_alone(self):
         self.assertEqual(CONTENTS[FILTER][:8], b"bplist00")
-        self.assertEqual(plistlib.loads(CONTENTS[FILTER]), {"Filter": {"Bundles": ["com.apple.springboard"]}})
+        rules = {"Bundles": ["com.apple.springboard"], "CoreFoundationVersion": [847, 1200]}
+        self.assertEqual(plistlib.loads(CONTENTS[FILTER]), {"Filter": rules})
 
     def test_has_the_pictures_that_the_library_asks_for(self):
         for name in PICTURES:

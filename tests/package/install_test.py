@@ -1,0 +1,64 @@
+"""Installs the phone's package by dpkg, as on a phone of each version: `install_test.py PACKAGE [unittest arguments]`."""
+
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+PACKAGE = Path(sys.argv.pop(1))
+
+# What stands for the system is a package too.
+INSTALLED = """Package: {name}
+Status: install ok installed
+Maintainer: The phone
+Architecture: iphoneos-arm
+Version: {version}
+Description: What is there before
+
+"""
+
+
+class Phone:
+    """A file tree with the system's version and the loaders in dpkg's records, and nothing else."""
+
+    def __init__(self, root, firmware):
+        self.root = Path(root)
+        self.records = self.root / "var/lib/dpkg"
+        for folder in ("info", "updates", "triggers"):
+            (self.records / folder).mkdir(parents=True)
+        (self.records / "arch").write_text("amd64\niphoneos-arm\n")
+        there = {"firmware": firmware, "mobilesubstrate": "0.9.5000", "preferenceloader": "2.2.2"}
+        for name in there:
+            (self.records / "info" / f"{name}.list").touch()
+        (self.records / "status").write_text("".join(INSTALLED.format(name=name, version=there[name]) for name in there))
+
+    def install(self):
+        words = ["dpkg", f"--root={self.root}", "--log=/dev/null", "--force-not-root", "--force-script-chrootless", "--install"]
+        return subprocess.run([*words, PACKAGE], capture_output=True, text=True, check=False)
+
+    def files(self):
+        return [path for path in self.root.rglob("*") if path.is_file() and self.records not in path.parents]
+
+
+class Installing(unittest.TestCase):
+    def test_unpacks_nothing_on_a_system_that_it_is_not_for(self):
+        for firmware in ("6.1.3", "7.0", "7.0.2", "9.0", "9.0.2", "10.2"):
+            with self.subTest(firmware), tempfile.TemporaryDirectory() as folder:
+                phone = Phone(folder, firmware)
+                installation = phone.install()
+                self.assertNotEqual(installation.returncode, 0)
+                self.assertIn("firmware", installation.stderr)
+                self.assertEqual(phone.files(), [])
+
+    def test_is_done_on_each_system_that_it_is_for(self):
+        for firmware in ("7.0.3", "7.0.6", "7.1.2", "8.0", "8.1", "8.4.1"):
+            with self.subTest(firmware), tempfile.TemporaryDirectory() as folder:
+                phone = Phone(folder, firmware)
+                installation = phone.install()
+                self.assertEqual((installation.returncode, installation.stderr), (0, ""))
+                self.assertIn(phone.root / "Library/MobileSubstrate/DynamicLibraries/Solvane.dylib", phone.files())
+
+
+if __name__ == "__main__":
+    unittest.main()
