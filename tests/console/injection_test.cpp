@@ -167,9 +167,7 @@ TEST(Injection, ReportsALibraryThatCannotBeLoaded)
 TEST(Injection, OfASecondCopyLeavesTheFirstAlone)
 {
     const Console console;
-    const fs::path folder = console.tree().libraryFolder();
-    fs::copy_file(folder / "Solvane.dylib", folder / "Twice.dylib");
-    fs::copy_file(folder / "Solvane.plist", folder / "Twice.plist");
+    console.tree().addLibrary(console.tree().libraryFolder() / "Solvane.dylib", "Twice.dylib");
     EXPECT_THAT(
         linesOf(console, "clock 2014-03-05T08:30:00\nlog\nlock\nshow headlineLabel.text\n"),
         ElementsAre(Json{"Solvane stands aside: there is a class APLCalendar already (made at run time)"}, "Good morning, Pal."));

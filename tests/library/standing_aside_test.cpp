@@ -25,14 +25,6 @@ void makeView(const char* name)
     objc_registerClassPair(allocateView(name));
 }
 
-/// Another extension's library, beside ours and, by the alphabet, before or after it.
-void install(const Phone& phone, const fs::path& library, const char* name)
-{
-    const fs::path folder = phone.tree().libraryFolder();
-    fs::copy_file(library, folder / name, fs::copy_options::overwrite_existing);
-    fs::copy_file(folder / "Solvane.plist", (folder / name).replace_extension(".plist"));
-}
-
 /// Loads the library, which has a reason to do nothing, and looks for what it did.
 void expectNothingButALine(const Phone& phone, const std::string& line)
 {
@@ -84,8 +76,7 @@ using StandingAside = TestOn<Phone>;
 
 TEST_F(StandingAside, TellsWhichLibraryHasTheClass)
 {
-    install(phone, fs::path(FIXTURE_FOLDER) / "calendar_library.dylib", "Another.dylib");
-    simulator::openImage(phone.tree().libraryFolder() / "Another.dylib");
+    simulator::openImage(phone.tree().addLibrary(fs::path(FIXTURE_FOLDER) / "calendar_library.dylib", "Another.dylib"));
     expectNothingButALine(phone, "Solvane stands aside: there is a class APLCalendar already "
                                  "(/Library/MobileSubstrate/DynamicLibraries/Another.dylib)");
 }
@@ -98,7 +89,7 @@ TEST_F(StandingAside, IsForTheProtocolToo)
 
 TEST_F(StandingAside, IsForTheSecondOfTwoCopies)
 {
-    install(phone, phone.tree().libraryFolder() / "Solvane.dylib", "Twice.dylib");
+    phone.tree().addLibrary(phone.tree().libraryFolder() / "Solvane.dylib", "Twice.dylib");
     phone.inject();
     EXPECT_THAT(simulator::takeSystemLog(),
                 ElementsAre("Solvane stands aside: there is a class APLCalendar already (made at run time)"));

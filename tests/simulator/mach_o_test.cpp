@@ -32,11 +32,7 @@ const fs::path libraryWithAMissingSymbol = fs::path(FIXTURE_FOLDER) / "phone_lib
 
 fs::path install(const Phone& phone, const fs::path& library)
 {
-    const fs::path folder = phone.tree().libraryFolder();
-    const fs::path installed = folder / "Another.dylib";
-    fs::copy_file(library, installed);
-    fs::copy_file(folder / "Solvane.plist", folder / "Another.plist");
-    return installed;
+    return phone.tree().addLibrary(library, "Another.dylib");
 }
 
 class PhoneLibrary : public testing::Test {

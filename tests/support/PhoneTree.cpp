@@ -48,6 +48,14 @@ fs::path PhoneTree::artLibrary() const
     return root_ / "System/Library/SpringBoardPlugins/NowPlayingArtLockScreen.lockbundle/NowPlayingArtLockScreen";
 }
 
+fs::path PhoneTree::addLibrary(const fs::path& library, const char* name) const
+{
+    const fs::path added = libraryFolder() / name;
+    fs::copy_file(library, added);
+    fs::copy_file(libraryFolder() / "Solvane.plist", fs::path(added).replace_extension(".plist"));
+    return added;
+}
+
 void PhoneTree::writePreferences(std::string_view contents) const
 {
     writeFile(preferencesFile(), contents);

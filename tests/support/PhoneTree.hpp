@@ -16,6 +16,9 @@ public:
     std::filesystem::path libraryFolder() const;
     std::filesystem::path artLibrary() const;
 
+    /// Puts another extension's library under that name beside ours, with our filter, and gives its file.
+    std::filesystem::path addLibrary(const std::filesystem::path& library, const char* name) const;
+
     /// Writes the preferences file as another program does.
     void writePreferences(std::string_view contents) const;
     /// The same, as an XML property list with that root element.
