@@ -28,8 +28,8 @@ using BOOL = bool;
 using BOOL = signed char;
 #endif
 
-inline constexpr BOOL YES = 1;
-inline constexpr BOOL NO = 0;
+inline constexpr BOOL YES{true};
+inline constexpr BOOL NO{false};
 
 #if defined(__LP64__)
 using NSInteger = long;

@@ -13,15 +13,16 @@ namespace {
 constexpr std::span<const Command> (*commandGroups[])() = {surroundingsCommands, lockScreenCommands, fingerCommands,
                                                            objectCommands, processCommands};
 
-const Command& commandNamed(const std::string& name)
+/// Null when there is none.
+const Command* commandNamed(const std::string& name)
 {
     for (const auto commands : commandGroups) {
         for (const Command& command : commands()) {
             if (command.name == name)
-                return command;
+                return &command;
         }
     }
-    throw BadLine("there is no command \"" + name + '"');
+    return nullptr;
 }
 
 std::string usageOf(const Command& command)
@@ -56,11 +57,19 @@ void runCommand(Console& console, Words words)
     if (words.empty())
         return;
     checkEncoding(words);
-    const Command& command = commandNamed(words[0]);
+    // A command with its option is one of its own.
+    std::size_t nameLength = 2;
+    const Command* command = words.size() > 1 ? commandNamed(words[0] + ' ' + words[1]) : nullptr;
+    if (command == nullptr) {
+        nameLength = 1;
+        command = commandNamed(words[0]);
+    }
+    if (command == nullptr)
+        throw BadLine("there is no command \"" + words[0] + '"');
     try {
-        run(console, command, words.subspan(1));
+        run(console, *command, words.subspan(nameLength));
     } catch (const WrongUsage&) {
-        throw BadLine("usage: " + usageOf(command));
+        throw BadLine("usage: " + usageOf(*command));
     }
 }
 

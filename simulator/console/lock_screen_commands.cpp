@@ -27,19 +27,15 @@ void layOut(Console&, Words)
     listView()->layoutIfNeeded();
 }
 
-/// What is from somebody says so before the application.
 void notify(Console&, Words arguments)
 {
-    NSString* person = nullptr;
-    if (arguments[0] == "--person") {
-        if (arguments.size() < 3)
-            throw WrongUsage();
-        person = toNSString(arguments[1]);
-        arguments = arguments.subspan(2);
-    }
-    if (arguments.size() > 3)
-        throw WrongUsage();
-    receiveBulletin(newBulletin({toNSString(arguments[0]), optionalText(arguments, 1), optionalText(arguments, 2), person}));
+    receiveBulletin(newBulletin({toNSString(arguments[0]), optionalText(arguments, 1), optionalText(arguments, 2), nullptr}));
+}
+
+void notifyFromPerson(Console&, Words arguments)
+{
+    receiveBulletin(newBulletin(
+        {toNSString(arguments[1]), optionalText(arguments, 2), optionalText(arguments, 3), toNSString(arguments[0])}));
 }
 
 NSObject* listItemAt(const std::string& place)
@@ -125,7 +121,8 @@ std::span<const Command> lockScreenCommands()
     static constexpr Command commands[] = {
         {"lock", "", 0, 0, false, lock},
         {"layout", "", 0, 0, true, layOut},
-        {"notify", "BUNDLE-ID [TITLE [MESSAGE]] | --person NAME BUNDLE-ID [TITLE [MESSAGE]]", 1, 5, true, notify},
+        {"notify", "BUNDLE-ID [TITLE [MESSAGE]]", 1, 3, true, notify},
+        {"notify --person", "NAME BUNDLE-ID [TITLE [MESSAGE]]", 2, 4, true, notifyFromPerson},
         {"card", "ID [TITLE]", 1, 2, true, addCard},
         {"alert", "TITLE [MESSAGE]", 1, 2, true, addAlert},
         {"unknown", "", 0, 0, true, addUnknown},

@@ -156,11 +156,10 @@ SBAwayBulletinListItem* itemThatTakesIn(Controller* self, SEL, BBBulletin* bulle
 SBAwayBulletinListItem* itemWith(Controller* self, BBBulletin* bulletin)
 {
     return firstNotification(self, [bulletin](SBAwayBulletinListItem* item) {
-        for (BBBulletin* own : each<BBBulletin>(send<"bulletins", NSArray*>(item))) {
-            if (areTheSame(own, bulletin))
-                return true;
-        }
-        return false;
+        bool holds = false;
+        for (BBBulletin* own : each<BBBulletin>(send<"bulletins", NSArray*>(item)))
+            holds |= areTheSame(own, bulletin);
+        return holds;
     });
 }
 

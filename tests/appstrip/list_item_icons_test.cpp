@@ -306,16 +306,18 @@ TEST_F(ListItems, AnIconIsMadeOfNoApplicationWhereThereIsNoLookUp)
 TEST_F(ListItems, AreLookedUpByWhatTheControllerSaysItRespondsTo)
 {
     // The controller has the newer look-up and denies it.
-    const Class controller = objc_getClass("SBApplicationController");
+    const Class controller = makeClass("DenyingController", "NSObject");
     static const SEL newer = selector<"applicationWithBundleIdentifier:">();
     simulator::addMethod<"respondsToSelector:">(
         controller, +[](NSObject* self, SEL, SEL asked) -> BOOL {
             return BOOL{asked != newer && class_respondsToSelector(object_getClass(self), asked) != NO};
         });
+    simulator::addMethod<"applicationWithBundleIdentifier:">(controller, &lookUpByBundle);
     simulator::addMethod<"applicationWithDisplayIdentifier:">(controller, &lookUpByDisplay);
+    replaceController("DenyingController");
     noteIconRequests();
     icon(mail_);
-    EXPECT_THAT(requests(), ElementsAre("by display \"com.apple.mobilemail\"", "icon for nil", "format 2"));
+    EXPECT_THAT(requests(), ElementsAre("by display \"com.apple.mobilemail\"", "icon for application", "format 2"));
 }
 
 TEST_F(ListItems, TheLookUpGoesAheadWithoutASection)

@@ -52,8 +52,7 @@ TEST(NotifyCommand, KeepsPersonsAndApplicationsApart)
 
 TEST(NotifyCommand, AsksForTheApplicationBehindThePerson)
 {
-    EXPECT_THAT(complaintOf("notify --person Mira"), HasSubstr("usage: notify BUNDLE-ID"));
-    EXPECT_THAT(complaintOf("notify a b c d"), HasSubstr("usage: notify BUNDLE-ID"));
+    EXPECT_THAT(complaintOf("notify --person Mira"), HasSubstr("usage: notify --person NAME BUNDLE-ID [TITLE [MESSAGE]]"));
 }
 
 TEST(ANotificationThatJoinsAnItem, ChangesNothingOfThePanel)

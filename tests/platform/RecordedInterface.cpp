@@ -1,5 +1,6 @@
 #include "tests/platform/RecordedInterface.hpp"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <sstream>

@@ -193,7 +193,7 @@ TEST_F(ClassBuilderTest, EncodesTheTypesOfMethods)
 {
     EXPECT_EQ(methodEncodingOf("name"), "@@:");
     EXPECT_EQ(methodEncodingOf("setName:"), "v@:@");
-    EXPECT_EQ(methodEncodingOf("plotAtX:Y:Day:isGreyDay:"), encodedHere("q@:ddqC"));
+    EXPECT_EQ(methodEncodingOf("plotAtX:Y:Day:isGreyDay:"), encodedHere("q@:ddqB"));
     EXPECT_EQ(methodEncodingOf("light"), encodedHere("{CGRect={CGPoint=dd}{CGSize=dd}}@:"));
     EXPECT_EQ(methodEncodingOf("initWithFrame:"), encodedHere("@@:{CGRect={CGPoint=dd}{CGSize=dd}}"));
 }

@@ -212,10 +212,7 @@ private:
 
 class RecordedClasses : public TestOn<Phone> {
 protected:
-    RecordedClasses()
-    {
-        ::dlopen("/System/Library/SpringBoardPlugins/NowPlayingArtLockScreen.lockbundle/NowPlayingArtLockScreen", RTLD_NOW_MODE);
-    }
+    RecordedClasses() { EXPECT_NE(::dlopen(phone.tree().artLibrary().c_str(), RTLD_NOW_MODE), nullptr); }
 
     Comparison comparison{simulator::phoneSystem()};
 };
