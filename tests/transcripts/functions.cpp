@@ -92,7 +92,7 @@ objc_protocol* objc_getProtocol(const char* name)
 Class objc_allocateClassPair(Class superclass, const char* name, std::size_t extraBytes)
 {
     static const auto runtimes = next<Class(Class, const char*, std::size_t)>("objc_allocateClassPair");
-    ownAreMade = ownAreMade || comesFromLibrary(__builtin_return_address(0));
+    ownAreMade = ownAreMade || recording::isLibrary(__builtin_return_address(0));
     return runtimes(superclass, name, extraBytes);
 }
 
