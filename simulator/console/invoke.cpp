@@ -64,19 +64,31 @@ bool givesOwnership(std::string_view selectorName)
     return std::ranges::any_of(families, [=](std::string_view family) { return isOfFamily(selectorName, family); });
 }
 
-/// How the names of methods end whose encodings do not tell that more arguments may follow: it is the first ones that say how
-/// many.
-constexpr std::array<std::string_view, 6> variadicEndings{
-    "Format:", "Objects:", "ObjectsAndKeys:", "raise:format:", "Format:locale:", "description:"};
+/// Foundation's methods of a variable number of arguments, which their encodings do not tell.
+constexpr std::array<std::string_view, 17> variadicMethods{
+    "appendFormat:",
+    "arrayWithObjects:",
+    "dictionaryWithObjectsAndKeys:",
+    "expressionWithFormat:",
+    "handleFailureInFunction:file:lineNumber:description:",
+    "handleFailureInMethod:object:file:lineNumber:description:",
+    "initWithFormat:",
+    "initWithFormat:locale:",
+    "initWithObjects:",
+    "initWithObjectsAndKeys:",
+    "localizedStringWithFormat:",
+    "orderedSetWithObjects:",
+    "predicateWithFormat:",
+    "raise:format:",
+    "setWithObjects:",
+    "stringByAppendingFormat:",
+    "stringWithFormat:",
+};
 
-/// Foundation names with the same words some that take a fixed number.
-constexpr std::array<std::string_view, 2> fixedEndings{"sortedArrayHint:", "replaceObjectsAtIndexes:withObjects:"};
-
-void refuseVariableArguments(std::string_view selectorName)
+void refuseVariableArguments(const std::string& selectorName)
 {
-    const auto endsIt = [=](std::string_view ending) { return selectorName.ends_with(ending); };
-    if (std::ranges::any_of(variadicEndings, endsIt) && std::ranges::none_of(fixedEndings, endsIt))
-        throw BadLine('"' + std::string(selectorName) + "\" takes a variable number of arguments, which cannot be written");
+    if (std::ranges::find(variadicMethods, selectorName) != variadicMethods.end())
+        throw BadLine('"' + selectorName + "\" takes a variable number of arguments, which cannot be written");
 }
 
 /// Throws BadLine for an object whose class is none that the method knows what to do with.

@@ -2,20 +2,15 @@
 
 #include <cstdint>
 
-#include <unicode/utf8.h>
+#include <unicode/ustring.h>
 
 namespace simulator {
 
 bool isUTF8(std::string_view text)
 {
-    const auto length = static_cast<std::int32_t>(text.size());
-    for (std::int32_t at = 0; at < length;) {
-        UChar32 character = 0;
-        U8_NEXT(text.data(), at, length, character);
-        if (character < 0)
-            return false;
-    }
-    return true;
+    UErrorCode status = U_ZERO_ERROR;
+    u_strFromUTF8(nullptr, 0, nullptr, text.data(), static_cast<std::int32_t>(text.size()), &status);
+    return status != U_INVALID_CHAR_FOUND;
 }
 
 NSString* toNSString(std::string_view utf8)
