@@ -111,7 +111,7 @@ TEST_F(FingerOnTheList, StopsTheListInMotionAndSelectsNothing)
     simulator::touchUp();
     simulator::finishMotion();
     EXPECT_EQ(table()->contentOffset().y, caught);
-    EXPECT_EQ((send<"selectedRow", NSInteger>(table())), NSNotFound);
+    EXPECT_EQ((send<"simulator_selectedRow", NSInteger>(table())), NSNotFound);
     for (const NSUInteger each : {0U, 1U, 2U, 3U})
         EXPECT_FALSE(isHighlighted(each));
 }

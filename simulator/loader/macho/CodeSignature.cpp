@@ -210,8 +210,8 @@ void verifyCodeSignature(Bytes slice, std::size_t signatureOffset, std::size_t s
     if (first == blobs.end() || first->second.at<std::uint8_t>(offsetof(CS_CodeDirectory, hashType)) != CS_HASHTYPE_SHA1)
         throw std::runtime_error("it has no SHA-1 code directory");
     const Identity identity = identityIn(first->second);
-    if (identity.flags != CS_ADHOC)
-        throw std::runtime_error("its code signature is not an ad-hoc one");
+    if (identity.flags != 0 && identity.flags != CS_ADHOC)
+        throw std::runtime_error("its code signature has flags that only one with a certificate has");
     for (const auto& [slot, blob] : blobs) {
         if (!isCodeDirectory(slot))
             continue;
