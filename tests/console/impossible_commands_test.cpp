@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "tests/support/Console.hpp"
 
@@ -108,6 +109,21 @@ TEST(TheWindow, MayHaveAnySizeWhileThePictureHasTheScreens)
         linesOf(console, std::string("lock\nsend window setFrame: ") + frame + "\nlayout\nscreenshot '" + file + "'\n");
         EXPECT_THAT(readFile(file).substr(16, 8), testing::ElementsAre(0, 0, 2, -128, 0, 0, 4, 112));
     }
+}
+
+TEST(APicture, IsNoneWhenAPipeStandsInItsPlace)
+{
+    const Console console;
+    ASSERT_EQ(::mkfifo((console.root() / "pipe.png").c_str(), 0600), 0);
+    EXPECT_EQ(lineOf(console, "send UIImage imageWithContentsOfFile: /pipe.png"), nullptr);
+}
+
+TEST(APicture, IsNoneWhenItClaimsToBeLargerThanAnyScreen)
+{
+    const Console console;
+    const std::string png("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\x7f\xff\0\0\x7f\xff\x08\x06\0\0\0", 29);
+    writeFile(console.root() / "large.png", png);
+    EXPECT_EQ(lineOf(console, "send UIImage imageWithContentsOfFile: /large.png"), nullptr);
 }
 
 TEST(AMethodOfVariableArguments, IsRefused)
