@@ -24,9 +24,6 @@ enum : std::uint32_t {
     CSSLOT_SIGNATURESLOT = 0x10000,
 };
 
-/// Of a code directory's flags; the only one known here. Nobody has signed.
-constexpr std::uint32_t CS_ADHOC = 0x2;
-
 enum : std::uint8_t {
     CS_HASHTYPE_SHA1 = 1,
     CS_HASHTYPE_SHA256 = 2,
@@ -210,8 +207,9 @@ void verifyCodeSignature(Bytes slice, std::size_t signatureOffset, std::size_t s
     if (first == blobs.end() || first->second.at<std::uint8_t>(offsetof(CS_CodeDirectory, hashType)) != CS_HASHTYPE_SHA1)
         throw std::runtime_error("it has no SHA-1 code directory");
     const Identity identity = identityIn(first->second);
-    if (identity.flags != 0 && identity.flags != CS_ADHOC)
-        throw std::runtime_error("its code signature has flags that only one with a certificate has");
+    // As extensions are signed that no certificate vouches for.
+    if (identity.flags != 0)
+        throw std::runtime_error("its code signature has flags");
     for (const auto& [slot, blob] : blobs) {
         if (!isCodeDirectory(slot))
             continue;
