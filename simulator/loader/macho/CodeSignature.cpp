@@ -24,6 +24,8 @@ enum : std::uint32_t {
     CSSLOT_SIGNATURESLOT = 0x10000,
 };
 
+constexpr std::uint32_t codeDirectoryVersion = 0x20001;
+
 enum : std::uint8_t {
     CS_HASHTYPE_SHA1 = 1,
     CS_HASHTYPE_SHA256 = 2,
@@ -145,7 +147,12 @@ void verify(Bytes directory, Bytes code, const Blobs& blobs)
     if (directory.bigEndianAt(offsetof(CS_CodeDirectory, codeLimit)) != code.size())
         throw std::runtime_error("its code signature does not cover the whole of it");
 
+    // The header, the library's name, the hashes: there is no room between them.
+    const std::size_t name = directory.bigEndianAt(offsetof(CS_CodeDirectory, identOffset));
     const std::size_t hashes = directory.bigEndianAt(offsetof(CS_CodeDirectory, hashOffset));
+    const std::size_t specialHashes = type.size * directory.bigEndianAt(offsetof(CS_CodeDirectory, nSpecialSlots));
+    if (name != sizeof(CS_CodeDirectory) || hashes != name + std::strlen(directory.textAt(name)) + 1 + specialHashes)
+        failOnSignature();
     constexpr std::uint8_t pageShift = 12;
     constexpr std::size_t page = std::size_t{1} << pageShift;
     if (directory.at<std::uint8_t>(offsetof(CS_CodeDirectory, pageSize)) != pageShift)
@@ -208,12 +215,12 @@ void verifyCodeSignature(Bytes slice, std::size_t signatureOffset, std::size_t s
         throw std::runtime_error("it has no SHA-1 code directory");
     const Identity identity = identityIn(first->second);
     // As extensions are signed that no certificate vouches for.
-    if (identity.flags != 0)
-        throw std::runtime_error("its code signature has flags");
+    if (identity.version != codeDirectoryVersion || identity.flags != 0 || identity.platform != 0 || identity.spare2 != 0)
+        throw std::runtime_error("its code signature is of another version, or has flags");
     for (const auto& [slot, blob] : blobs) {
         if (!isCodeDirectory(slot))
             continue;
-        // Nothing vouches for what a directory says of itself but that all say the same.
+        // Nothing vouches for the library's name but that all directories have it.
         if (identityIn(blob) != identity)
             throw std::runtime_error("its code directories do not agree");
         verify(blob, code, blobs);
