@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
@@ -76,6 +77,13 @@ void removeSocketsOfGoneProcesses(const std::filesystem::path& folder)
         if (processIsGone(entry.path().filename().native()))
             std::filesystem::remove(entry.path());
     }
+}
+
+/// What a killed process leaves, the next one removes.
+void removeOwnSocket()
+{
+    std::error_code ignored;
+    std::filesystem::remove(phoneRoot() / socketFolder / std::to_string(::getpid()), ignored);
 }
 
 void tellObservers(const std::string& name)
@@ -208,22 +216,21 @@ std::vector<std::string> socketsIn(const std::filesystem::path& folder)
 
 void openDarwinNotifications()
 {
-    const auto folder = onThisMachine(std::filesystem::path("/") / socketFolder);
+    const auto folder = phoneRoot() / socketFolder;
     std::filesystem::create_directories(folder);
     removeSocketsOfGoneProcesses(folder);
-
-    const std::string name = std::to_string(::getpid());
     // A relaunched process keeps its number.
-    std::filesystem::remove(folder / name);
+    removeOwnSocket();
     const Descriptor opened = openFolder(folder);
     Descriptor socket = newSocket(SOCK_NONBLOCK);
-    const sockaddr_un address = addressIn(opened, name);
+    const sockaddr_un address = addressIn(opened, std::to_string(::getpid()));
     constexpr int mostWaiting = 64;
     if (!socket || ::bind(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
         ::listen(socket.number(), mostWaiting) != 0)
         throw std::system_error(errno, std::generic_category(), "cannot listen for notifications in " + folder.native());
     listener() = std::move(socket);
     spareDescriptor() = openSpare();
+    std::atexit(removeOwnSocket);
 }
 
 int darwinNotificationDescriptor()

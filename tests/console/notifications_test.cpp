@@ -112,6 +112,13 @@ TEST(Notifications, ReachEverybodyWithFewDescriptors)
         EXPECT_EQ(phone.ask("show userName"), "Ana");
 }
 
+TEST(Notifications, LeaveNothingInTheRootOfASpringBoardThatEnded)
+{
+    const Console console;
+    EXPECT_EQ(console.run("post loadSolvaneS\nquit\n").status, 0);
+    EXPECT_TRUE(std::filesystem::is_empty(console.root() / "var/run/notifications"));
+}
+
 TEST(Notifications, FindNobodyWhereASpringBoardWasKilled)
 {
     const Console console;

@@ -20,11 +20,24 @@ fs::path newFolder()
     return fs::canonical(name);
 }
 
+/// All but the sockets, which a SpringBoard that was killed leaves.
+void copyTree(const fs::path& from, const fs::path& to)
+{
+    fs::create_directory(to);
+    for (const auto& entry : fs::recursive_directory_iterator(from)) {
+        const fs::path copy = to / entry.path().lexically_relative(from);
+        if (entry.is_directory())
+            fs::create_directory(copy);
+        else if (entry.is_regular_file())
+            fs::copy_file(entry.path(), copy);
+    }
+}
+
 } // namespace
 
 PhoneTree::PhoneTree() : folder_(newFolder()), root_(folder_ / "phone")
 {
-    fs::copy(installed(), root_, fs::copy_options::recursive);
+    copyTree(installed(), root_);
 }
 
 PhoneTree::~PhoneTree()
