@@ -33,7 +33,7 @@ struct Answers {
     NSObject* city = nullptr;
     NSObject* temperature = nullptr;
     float celsius = 0;
-    NSInteger conditionCode = 0;
+    NSUInteger conditionCode = 0;
     BOOL showsCelsius = YES;
 };
 Answers answers;
@@ -121,7 +121,7 @@ void takeNotes()
             return answers.temperature;
         });
     simulator::addMethod<"conditionCode">(
-        objc_getClass("SpyCity"), +[](id self, SEL message) -> NSInteger {
+        objc_getClass("SpyCity"), +[](id self, SEL message) -> NSUInteger {
             MessageLog::note(self, message);
             return answers.conditionCode;
         });
@@ -292,7 +292,7 @@ TEST_F(WeatherSentence, LooksAtTheLow32BitsOfACodeAlone)
     };
     for (const auto& [code, word] : cases) {
         // Where an integer of the platform has 32 bits, these are all there is.
-        answers.conditionCode = static_cast<NSInteger>(code);
+        answers.conditionCode = static_cast<NSUInteger>(code);
         EXPECT_EQ(sentenceText(), "It's a few° C and " + std::string(word) + ".") << code;
     }
 }
@@ -364,7 +364,7 @@ TEST_F(WeatherSentence, IsMadeOfATemperatureThatTheCityHasForgotten)
 {
     takeNotes();
     simulator::replaceMethod<"conditionCode">(
-        objc_getClass("SpyCity"), +[](NSObject*, SEL) -> NSInteger {
+        objc_getClass("SpyCity"), +[](NSObject*, SEL) -> NSUInteger {
             letGoOf(answers.temperature);
             return 26;
         });
