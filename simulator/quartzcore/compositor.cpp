@@ -146,6 +146,13 @@ void clipToPixelsOf(cairo_t* cairo, CGRect rect)
     cairo_set_matrix(cairo, &matrix);
 }
 
+/// What is given a coordinate that is no number draws nothing any more.
+bool isSomewhere(const LayerState& state)
+{
+    const auto& [origin, size] = state.bounds;
+    return std::isfinite(state.position.x + state.position.y + origin.x + origin.y + size.width + size.height);
+}
+
 /// Draws one tree of layers.
 class Compositor {
 public:
@@ -154,7 +161,7 @@ public:
     void draw(CALayer* layer)
     {
         const auto& state = ivarsOf<LayerState>(layer);
-        if (state.hidden || state.opacity <= 0 || std::ranges::find(masked_, layer) != masked_.end())
+        if (state.hidden || state.opacity <= 0 || !isSomewhere(state) || std::ranges::find(masked_, layer) != masked_.end())
             return;
         cairo_save(cairo_);
         cairo_translate(cairo_, state.position.x - state.bounds.size.width / 2 - state.bounds.origin.x,
