@@ -130,9 +130,9 @@ private:
             return dataWith(part(offset, count));
         }
         case asciiString: {
-            const std::string_view text = part(offset, countAt(offset, low));
-            allowance_.takeObject(text.size());
-            return asciiStringWith(text);
+            const std::size_t count = countAt(offset, low);
+            allowance_.takeObject(count);
+            return asciiStringWith(part(offset, count));
         }
         case utf16String: {
             const std::size_t count = countAt(offset, low);
