@@ -134,15 +134,19 @@ private:
         ivarsOf<State>(self).*Member = object;
         tellChanged<Changed>(self);
     }
+    /// What is a bool in the state is a BOOL in a message.
+    template <class T>
+    using InMessage = std::conditional_t<std::is_same_v<T, bool>, BOOL, T>;
+
     template <auto Member, class T>
-    static T getValue(NSObject* self, SEL)
+    static InMessage<T> getValue(NSObject* self, SEL)
     {
-        return ivarsOf<State>(self).*Member;
+        return InMessage<T>{ivarsOf<State>(self).*Member};
     }
     template <auto Member, auto Changed, class T>
-    static void setValue(NSObject* self, SEL, T value)
+    static void setValue(NSObject* self, SEL, InMessage<T> value)
     {
-        ivarsOf<State>(self).*Member = value;
+        ivarsOf<State>(self).*Member = static_cast<T>(value);
         tellChanged<Changed>(self);
     }
     template <auto Member>

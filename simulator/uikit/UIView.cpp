@@ -74,7 +74,7 @@ void applyBackground(NSObject* self)
 
 BOOL clipsToBounds(UIView* self, SEL)
 {
-    return BOOL{send<"masksToBounds", bool>(self->layer())};
+    return send<"masksToBounds", BOOL>(self->layer());
 }
 
 void setClipsToBounds(UIView* self, SEL, BOOL clips)
