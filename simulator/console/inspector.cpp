@@ -50,8 +50,7 @@ public:
             throw BadLine("there is more than can be shown");
     }
 
-    /// What `inspect` makes of the inside of a container; its class alone within itself, where there would be
-    /// no end.
+    /// What `inspect` makes of the inside of a container; its class alone within itself, where there would be no end.
     template <class Inspect>
     Json inside(id container, Inspect inspect)
     {

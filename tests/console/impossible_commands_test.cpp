@@ -105,7 +105,7 @@ TEST(TheWindow, MayHaveAnySizeWhileThePictureHasTheScreens)
 {
     const Console console;
     const std::string file = console.root().parent_path() / "screen.png";
-    for (const char* frame : {"0,0,0,0", "0,0,100000,100000", "0,0,-5,-5", "nan,0,nan,1", "0,0,inf,1e300"}) {
+    for (const char* frame : {"0,0,0,0", "0,0,100000,100000", "0,0,-5,-5", "nan,0,nan,1", "0,0,inf,1e30"}) {
         linesOf(console, std::string("lock\nsend window setFrame: ") + frame + "\nlayout\nscreenshot '" + file + "'\n");
         EXPECT_THAT(readFile(file).substr(16, 8), testing::ElementsAre(0, 0, 2, -128, 0, 0, 4, 112));
     }
