@@ -211,8 +211,9 @@ TEST_F(PropertyLists, TellTheNearestDateThatThereIs)
                 std::string("\x33\xff\xe1\xcc\xf3\x85\xeb\xc8\xa0", 9), std::string("\x33\x7f\xe1\xcc\xf3\x85\xeb\xc8\xa0", 9)}));
     auto* const name = exportedVariable<NSArray>("userName");
     ASSERT_EQ(name->count(), 2U);
-    EXPECT_EQ(textOf(name->objectAtIndex(0)), "0001-01-01 00:00:00 +0000");
-    EXPECT_EQ(textOf(name->objectAtIndex(1)), "9999-12-31 23:59:59 +0000");
+    constexpr bool narrow = sizeof(void*) == 4; // GNUstep's dates end with its distant past and future there
+    EXPECT_EQ(textOf(name->objectAtIndex(0)), narrow ? "0001-01-02 00:00:00 +0000" : "0001-01-01 00:00:00 +0000");
+    EXPECT_EQ(textOf(name->objectAtIndex(1)), narrow ? "4001-01-02 00:00:00 +0000" : "9999-12-31 23:59:59 +0000");
 }
 
 TEST_F(PropertyLists, ReadOtherEncodings)
