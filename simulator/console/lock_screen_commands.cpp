@@ -4,7 +4,9 @@
 #include "platform/UIKit/UITableView.hpp"
 #include "simulator/console/BadLine.hpp"
 #include "simulator/console/arguments.hpp"
+#include "simulator/console/geometry_report.hpp"
 #include "simulator/console/numbers.hpp"
+#include "simulator/console/report.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/services/event_store.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
@@ -19,6 +21,11 @@ namespace {
 void lock(Console&, Words)
 {
     lockScreen();
+}
+
+void tellGeometry(Console&, Words)
+{
+    report(reportOf(geometry(), UIScreen::mainScreen()->bounds().size));
 }
 
 void layOut(Console&, Words)
@@ -120,6 +127,7 @@ std::span<const Command> lockScreenCommands()
 {
     static constexpr Command commands[] = {
         {"lock", "", 0, 0, false, lock},
+        {"geometry", "", 0, 0, false, tellGeometry},
         {"layout", "", 0, 0, true, layOut},
         {"notify", "BUNDLE-ID [TITLE [MESSAGE]]", 1, 3, true, notify},
         {"notify --person", "NAME BUNDLE-ID [TITLE [MESSAGE]]", 2, 4, true, notifyFromPerson},

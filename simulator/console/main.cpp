@@ -13,6 +13,7 @@
 #include "simulator/console/Window.hpp"
 #include "simulator/console/commands.hpp"
 #include "simulator/console/faults.hpp"
+#include "simulator/console/geometry_report.hpp"
 #include "simulator/console/options.hpp"
 #include "simulator/console/raised_exception.hpp"
 #include "simulator/console/relaunch.hpp"
@@ -135,6 +136,7 @@ int runSpringBoard(const Options& options, char** arguments)
 {
     const fs::path program = startedFile();
     const fs::path folder = program.parent_path();
+    chooseGeometry(geometryNamed(options.geometry, options.screen));
     const auto continuation = takeContinuation();
     Script script(continuation ? continuation->script : openScript(options, folder));
     setPhoneRoot(prepareRoot(options, folder, continuation.has_value()));

@@ -17,6 +17,8 @@ struct Options {
     std::optional<std::filesystem::path> root;
     ScreenSize screen;
     System system = phoneSystem();
+    /// "desk", "phone" or a file.
+    std::string geometry = "desk";
     /// A file, or "-" for standard input.
     std::optional<std::filesystem::path> script;
     std::vector<std::filesystem::path> libraries;

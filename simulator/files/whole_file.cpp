@@ -83,8 +83,10 @@ std::optional<std::string> readWholeFile(const fs::path& file, std::size_t mostB
         if (read < 0)
             return std::nullopt;
         count += static_cast<std::size_t>(read);
-        if (count > mostBytes)
+        if (count > mostBytes) {
+            errno = EFBIG;
             return std::nullopt;
+        }
         if (read == 0) {
             bytes.resize(count);
             return bytes;

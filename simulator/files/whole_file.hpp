@@ -14,7 +14,8 @@ namespace simulator {
 /// writer; a folder; a device) gives none, with errno set.
 Descriptor openRegularFile(const std::filesystem::path& file);
 
-/// The bytes of a regular file; none when there is no such file, it cannot be read, or it has more than `mostBytes`.
+/// The bytes of a regular file; none when there is no such file, it cannot be read, or it has more than `mostBytes`,
+/// with errno set.
 std::optional<std::string> readWholeFile(const std::filesystem::path& file, std::size_t mostBytes);
 
 /// Puts the bytes into a file of a folder that is there. The file is replaced whole: no reader ever sees half of it,

@@ -3,12 +3,12 @@
 
 #include "platform/Foundation/NSArray.hpp"
 #include "platform/SpringBoard/SBLockScreen.hpp"
-#include "platform/UIKit/UIScreen.hpp"
 #include "platform/runtime/ClassBuilder.hpp"
 #include "platform/runtime/each.hpp"
 #include "simulator/foundation/phone_system.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/bulletins.hpp"
+#include "simulator/springboard/geometry.hpp"
 #include "simulator/springboard/list_items.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 
@@ -54,7 +54,7 @@ void loadView(Controller* self, SEL)
 {
     auto& view = ivarsOf<ControllerIvars>(self)._notificationView;
     UIView* const allocated = send<"alloc", UIView*>(classNamed<"SBLockScreenNotificationListView">());
-    view = adopt(static_cast<ListView*>(allocated->initWithFrame(UIScreen::mainScreen()->bounds())));
+    view = adopt(static_cast<ListView*>(allocated->initWithFrame(geometry().notificationView)));
     send<"setModel:">(view.get(), self);
     self->setView(view);
 }

@@ -2,11 +2,12 @@
 #include "platform/runtime/ClassBuilder.hpp"
 #include "simulator/foundation/phone_system.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/springboard/geometry.hpp"
 #include "simulator/springboard/list_items.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 
-/// The stock list view: a container over all of it, the table in the container, and from 7.0.4 on a pocket at either end under
-/// which rows that scroll out of sight slip. It shows what its model lists.
+/// The stock list view: the container, the table in it, and from 7.0.4 on a pocket at either end under which rows that scroll
+/// out of sight slip. It shows what its model lists.
 
 namespace simulator {
 
@@ -28,8 +29,6 @@ struct NotificationTableState {};
 
 constexpr CGFloat rowHeight = 72;
 constexpr CGFloat hairline = 0.5;
-/// Rows begin below the status bar and end above the clock.
-constexpr UIEdgeInsets rowInset{.top = 20, .left = 0, .bottom = 190, .right = 0};
 
 bool hasPockets()
 {
@@ -52,31 +51,47 @@ Owned<UIView> pocket(CGRect frame)
     return view;
 }
 
-void addPockets(ListView* self, CGSize size)
+void addPockets(ListView* self)
 {
     auto& ivars = ivarsOf<ListViewIvars>(self);
-    ivars._topPocketView = pocket(CGRect::make(0, rowInset.top, size.width, hairline));
+    const CGSize size = ivars._containerView->bounds().size;
+    const UIEdgeInsets rows = geometry().rows;
+    ivars._topPocketView = pocket(CGRect::make(0, rows.top, size.width, hairline));
     ivars._containerView->addSubview(ivars._topPocketView);
-    ivars._bottomPocketView = pocket(CGRect::make(0, size.height - rowInset.bottom, size.width, hairline));
+    ivars._bottomPocketView = pocket(CGRect::make(0, size.height - rows.bottom, size.width, hairline));
     ivars._containerView->addSubview(ivars._bottomPocketView);
+}
+
+UIEdgeInsets contentViewInsets(ListView*, SEL)
+{
+    return geometry().container;
+}
+
+CGRect containerFrame(ListView* self)
+{
+    return frameWithin(self->bounds().size, contentViewInsets(self, nullptr));
+}
+
+CGRect tableFrame(ListView* self)
+{
+    return frameWithin(containerFrame(self).size, geometry().table);
 }
 
 ListView* initWithFrame(ListView* self, SEL, CGRect frame)
 {
     superOf<ListViewIvars, "initWithFrame:", ListView*>(self, frame);
     auto& ivars = ivarsOf<ListViewIvars>(self);
-    const CGRect bounds = self->bounds();
 
-    ivars._containerView = adopt(UIView::alloc()->initWithFrame(bounds));
+    ivars._containerView = adopt(UIView::alloc()->initWithFrame(containerFrame(self)));
     self->addSubview(ivars._containerView);
 
-    ivars._tableView = adopt(send<"alloc", UITableView*>(tableClass())->initWithFrame(bounds));
+    ivars._tableView = adopt(send<"alloc", UITableView*>(tableClass())->initWithFrame(tableFrame(self)));
     ivars._tableView->setRowHeight(rowHeight);
-    ivars._tableView->setContentInset(rowInset);
+    ivars._tableView->setContentInset(geometry().rows);
     ivars._containerView->addSubview(ivars._tableView);
 
     if (hasPockets())
-        addPockets(self, bounds.size);
+        addPockets(self);
     return self;
 }
 
@@ -84,8 +99,8 @@ ListView* initWithFrame(ListView* self, SEL, CGRect frame)
 void layoutSubviews(ListView* self, SEL)
 {
     auto& ivars = ivarsOf<ListViewIvars>(self);
-    ivars._containerView->setFrame(self->bounds());
-    ivars._tableView->setFrame(self->bounds());
+    ivars._containerView->setFrame(containerFrame(self));
+    ivars._tableView->setFrame(tableFrame(self));
 }
 
 NSObject* model(ListView* self, SEL)
@@ -151,6 +166,9 @@ void registerSBLockScreenNotificationListView()
     if (hasPockets())
         listView.ivar<&ListViewIvars::_topPocketView>("_topPocketView")
             .ivar<&ListViewIvars::_bottomPocketView>("_bottomPocketView");
+    // Later systems have the lock screen's metrics tell, which the tables do not have.
+    if (phoneSystem() < System::v8_1)
+        listView.method<"_contentViewInsets">(contentViewInsets);
     listView.registerClass();
 }
 

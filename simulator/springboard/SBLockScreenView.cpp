@@ -6,9 +6,11 @@
 #include "platform/UIKit/UIGraphics.hpp"
 #include "platform/UIKit/UIImageView.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/springboard/geometry.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
+#include "simulator/springboard/views.hpp"
 
-/// The stock lock screen: wallpaper, clock, and whatever its controllers put on top.
+/// The stock lock screen: wallpaper, clock, "slide to unlock", and whatever its controllers put on top.
 
 namespace simulator {
 
@@ -16,10 +18,11 @@ namespace {
 
 struct AlertViewState {};
 
-struct LockScreenState {
-    Owned<UIImageView> wallpaper;
-    Owned<UIView> underlay;
-    Owned<UIView> dateView;
+struct LockScreenIvars {
+    Strong<UIView> _dateView;
+    Strong<UIView> _slideToUnlockView;
+    Strong<UIImageView> wallpaper;
+    Strong<UIView> underlay;
 };
 
 /// The largest rectangle of the image's proportions that leaves nothing of the bounds bare, centred.
@@ -44,10 +47,19 @@ UIImage* wallpaperFor(CGRect bounds)
     return fitted;
 }
 
+Owned<UILabel> slideToUnlockView(CGRect frame)
+{
+    constexpr CGFloat fontSize = 25;
+    Owned<UILabel> label = whiteLabel(frame, UIFont::fontWithName_size(constantString<"HelveticaNeue-Light">(), fontSize));
+    label->setText(constantString<"\u203A slide to unlock">());
+    label->setTextAlignment(NSTextAlignmentCenter);
+    return label;
+}
+
 SBLockScreenView* initWithFrame(SBLockScreenView* self, SEL, CGRect frame)
 {
-    superOf<LockScreenState, "initWithFrame:", SBLockScreenView*>(self, frame);
-    auto& screen = ivarsOf<LockScreenState>(self);
+    superOf<LockScreenIvars, "initWithFrame:", SBLockScreenView*>(self, frame);
+    auto& screen = ivarsOf<LockScreenIvars>(self);
     const CGRect bounds = self->bounds();
 
     screen.wallpaper = adopt(UIImageView::alloc()->initWithFrame(bounds));
@@ -55,25 +67,25 @@ SBLockScreenView* initWithFrame(SBLockScreenView* self, SEL, CGRect frame)
     self->setClipsToBounds(true);
     self->addSubview(screen.wallpaper);
 
-    constexpr CGFloat dateHeight = 108;
-    constexpr CGFloat dateBottom = 56;
-    screen.dateView =
-        adopt(send<"alloc", UIView*>(classNamed<"SBFLockScreenDateView">())
-                  ->initWithFrame(CGRect::make(0, bounds.size.height - dateHeight - dateBottom, bounds.size.width, dateHeight)));
-    self->addSubview(screen.dateView);
+    screen._dateView = adopt(send<"alloc", UIView*>(classNamed<"SBFLockScreenDateView">())->initWithFrame(geometry().dateView));
+    self->addSubview(screen._dateView);
+    if (const auto& frame = geometry().slideToUnlockView) {
+        screen._slideToUnlockView = slideToUnlockView(*frame);
+        self->addSubview(screen._slideToUnlockView);
+    }
     return self;
 }
 
 /// Each pass reads the clock anew.
 void layoutSubviews(SBLockScreenView* self, SEL)
 {
-    ivarsOf<LockScreenState>(self).dateView->setNeedsLayout();
+    ivarsOf<LockScreenIvars>(self)._dateView->setNeedsLayout();
 }
 
 /// Dims what lies behind the lock screen's contents; once for any number of requesters.
 void addLockContentUnderlay(SBLockScreenView* self, SEL, NSObject*)
 {
-    auto& screen = ivarsOf<LockScreenState>(self);
+    auto& screen = ivarsOf<LockScreenIvars>(self);
     if (screen.underlay != nullptr)
         return;
     screen.underlay = adopt(UIView::alloc()->initWithFrame(self->bounds()));
@@ -86,7 +98,11 @@ void addLockContentUnderlay(SBLockScreenView* self, SEL, NSObject*)
 void registerSBLockScreenView()
 {
     SimulatedClass<AlertViewState>("SBAlertView", "UIView").registerClass();
-    SimulatedClass<LockScreenState>("SBLockScreenView", "SBAlertView")
+    ClassBuilder<LockScreenIvars>("SBLockScreenView", "SBAlertView")
+        .ivar<&LockScreenIvars::_dateView>("_dateView")
+        .ivar<&LockScreenIvars::_slideToUnlockView>("_slideToUnlockView")
+        .ivar<&LockScreenIvars::wallpaper>("simulator_wallpaper")
+        .ivar<&LockScreenIvars::underlay>("simulator_underlay")
         .method<"initWithFrame:">(initWithFrame)
         .method<"layoutSubviews">(layoutSubviews)
         .method<"_addLockContentUnderlayWithRequester:">(addLockContentUnderlay)

@@ -93,6 +93,9 @@ const std::vector<Unrecorded>& unrecordedNames()
           "backgroundColor", "mask", "superlayer"}},
         {"CAShapeLayer", documented, {"fillColor", "setFillColor:", "path"}},
         {"EKEvent", documented, {"isAllDay"}},
+        {"SBLockScreenView",
+         "names that are public; nothing tells which other variables there are",
+         {"_dateView", "_slideToUnlockView"}},
         {"UIButton", documented, {"currentTitle", "currentTitleColor", "titleForState:", "titleColorForState:"}},
         {"UIColor", documented, {"getRed:green:blue:alpha:", "initWithRed:green:blue:alpha:", "blueColor", "redColor"}},
         {"UIControl",
@@ -170,7 +173,7 @@ private:
         Ivar* const variables = class_copyIvarList(cls, &count);
         for (unsigned i = 0; i < count; ++i) {
             const std::string variable = ivar_getName(variables[i]);
-            if (!isOfNoInterest(variable))
+            if (!isOfNoInterest(variable) && !isExcused(name, variable))
                 judge(name + '.' + variable, ivar_getTypeEncoding(variables[i]),
                       recorded.cells(system_, name, "variable", variable), isOfVariableType);
         }
