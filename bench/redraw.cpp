@@ -8,6 +8,7 @@
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/graphics/Bitmap.hpp"
 #include "simulator/graphics/blur.hpp"
+#include "simulator/graphics/pictures.hpp"
 #include "simulator/graphics/saturation.hpp"
 #include "simulator/graphics/text.hpp"
 #include "simulator/quartzcore/damage.hpp"
@@ -49,10 +50,10 @@ struct Parts {
 
 Parts loadParts()
 {
-    const auto drawing = Bitmap::read(onThisMachine("/System/Library/CoreServices/SpringBoard.app/Wallpaper.png"), 1);
+    const auto drawing = pictureInFile(onThisMachine("/System/Library/CoreServices/SpringBoard.app/Wallpaper.png"), 1);
     Parts parts{Bitmap::make({320, 568}, 2, true), Bitmap::make({29, 29}, 2, false)};
     drawing->draw(parts.wallpaper->context().get(), {{0, 0}, {320, 568}});
-    Bitmap::read(onThisMachine("/Applications/Ferry.app/Icon@2x.png"), 2)->draw(parts.icon->context().get(), {{0, 0}, {29, 29}});
+    pictureInFile(onThisMachine("/Applications/Ferry.app/Icon@2x.png"), 2)->draw(parts.icon->context().get(), {{0, 0}, {29, 29}});
     return parts;
 }
 

@@ -19,7 +19,7 @@ file(GLOB processor_sources CONFIGURE_DEPENDS ${processor_patterns} simulator/lo
 
 # An object library, so that every entry point of the platform is in each process that links it.
 add_library(simulator OBJECT ${simulator_sources} ${processor_sources})
-target_link_libraries(simulator PUBLIC platform PkgConfig::pango PkgConfig::libical PkgConfig::icu ${CMAKE_DL_LIBS})
+target_link_libraries(simulator PUBLIC platform PkgConfig::pango PkgConfig::libdeflate PkgConfig::libical PkgConfig::icu ${CMAKE_DL_LIBS})
 # Classes are looked up by name, so the linker sees no use of Foundation.
 target_link_options(simulator PUBLIC -Wl,--no-as-needed)
 target_link_libraries(simulator PUBLIC gnustep-base objc)

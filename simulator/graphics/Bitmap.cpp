@@ -2,57 +2,18 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
-#include <stdexcept>
-#include <string>
+#include <optional>
 #include <utility>
 
 #include "simulator/files/whole_file.hpp"
+#include "simulator/graphics/png.hpp"
 
 namespace simulator {
 
 namespace {
 
-cairo_status_t takeBytes(void* rest, unsigned char* bytes, unsigned count)
-{
-    auto& unread = *static_cast<std::string_view*>(rest);
-    if (count > unread.size())
-        return CAIRO_STATUS_READ_ERROR;
-    unread.copy(reinterpret_cast<char*>(bytes), count);
-    unread.remove_prefix(count);
-    return CAIRO_STATUS_SUCCESS;
-}
-
-cairo_status_t addBytes(void* written, const unsigned char* bytes, unsigned count)
-{
-    static_cast<std::string*>(written)->append(reinterpret_cast<const char*>(bytes), count);
-    return CAIRO_STATUS_SUCCESS;
-}
-
-/// What a PNG file's header claims before any of the picture is there; 0 for what is no such file.
-std::uint32_t longestSideIn(std::string_view bytes)
-{
-    constexpr std::size_t widthAt = 16;
-    constexpr std::size_t headerEnd = 24;
-    if (bytes.size() < headerEnd)
-        return 0;
-    const auto sideAt = [&](std::size_t offset) {
-        std::uint32_t side = 0;
-        for (const char byte : bytes.substr(offset, sizeof side))
-            side = side << 8 | static_cast<unsigned char>(byte);
-        return side;
-    };
-    return std::max(sideAt(widthAt), sideAt(widthAt + sizeof(std::uint32_t)));
-}
-
-} // namespace
-
-Bitmap::Bitmap(CairoPointer<cairo_surface_t> surface, CGSize size, double scale)
-    : surface_(std::move(surface)), size_(size), scale_(scale)
-{
-}
-
-std::shared_ptr<Bitmap> Bitmap::make(CGSize size, double scale, bool opaque)
+/// What covers the size, rounded up; none for a size without area, or one that no surface has.
+std::optional<PictureExtent> extentOf(CGSize size, double scale)
 {
     // A margin for sums that are whole numbers but for their rounding.
     constexpr double margin = 1e-6;
@@ -60,54 +21,82 @@ std::shared_ptr<Bitmap> Bitmap::make(CGSize size, double scale, bool opaque)
     const double height = std::ceil(size.height * scale - margin);
     constexpr double largestSide = 32767;
     if (!(width >= 1 && height >= 1 && width <= largestSide && height <= largestSide))
-        return nullptr;
-    CairoPointer<cairo_surface_t> surface(
-        cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(width), static_cast<int>(height)));
-    if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS)
-        return nullptr;
-    std::shared_ptr<Bitmap> bitmap(new Bitmap(std::move(surface), size, scale));
+        return std::nullopt;
+    return PictureExtent{static_cast<int>(width), static_cast<int>(height)};
+}
+
+CairoPointer<cairo_surface_t> newSurface(PictureExtent extent, bool opaque)
+{
+    CairoPointer<cairo_surface_t> surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, extent.width, extent.height));
     if (opaque)
-        cairo_paint(bitmap->context().get());
-    return bitmap;
+        cairo_paint(CairoPointer<cairo_t>(cairo_create(surface.get())).get());
+    return surface;
 }
 
-std::shared_ptr<Bitmap> Bitmap::read(const std::filesystem::path& file, double scale)
+} // namespace
+
+Bitmap::Bitmap(CGSize size, double scale, Pixels pixels) : pixels_(std::move(pixels)), size_(size), scale_(scale)
 {
-    const auto bytes = readWholeFile(file, mostBytes);
-    return bytes ? fromPNG(*bytes, scale) : nullptr;
 }
 
-std::shared_ptr<Bitmap> Bitmap::fromPNG(std::string_view bytes, double scale)
+std::shared_ptr<Bitmap> Bitmap::make(CGSize size, double scale, bool opaque)
 {
-    if (longestSideIn(bytes) > largestSide)
+    const auto bitmap = drawnLater(size, scale, opaque, [](cairo_t*) {});
+    return bitmap == nullptr || cairo_surface_status(bitmap->surface()) != CAIRO_STATUS_SUCCESS ? nullptr : bitmap;
+}
+
+std::shared_ptr<Bitmap> Bitmap::drawnLater(CGSize size, double scale, bool opaque, std::function<void(cairo_t*)> drawing)
+{
+    const auto extent = extentOf(size, scale);
+    if (!extent)
         return nullptr;
-    CairoPointer<cairo_surface_t> surface(cairo_image_surface_create_from_png_stream(takeBytes, &bytes));
-    if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS)
+    return std::shared_ptr<Bitmap>(new Bitmap(size, scale, [extent = *extent, scale, opaque, drawing = std::move(drawing)] {
+        auto surface = newSurface(extent, opaque);
+        const CairoPointer<cairo_t> cairo(cairo_create(surface.get()));
+        cairo_scale(cairo.get(), scale, scale);
+        drawing(cairo.get());
+        return surface;
+    }));
+}
+
+std::shared_ptr<Bitmap> Bitmap::fromPNG(std::string file, double scale)
+{
+    const auto extent = extentOfPNG(file);
+    if (!extent || std::max(extent->width, extent->height) > largestSide)
         return nullptr;
-    const CGSize size{static_cast<CGFloat>(cairo_image_surface_get_width(surface.get()) / scale),
-                      static_cast<CGFloat>(cairo_image_surface_get_height(surface.get()) / scale)};
-    return std::shared_ptr<Bitmap>(new Bitmap(std::move(surface), size, scale));
+    const CGSize size{static_cast<CGFloat>(extent->width / scale), static_cast<CGFloat>(extent->height / scale)};
+    return std::shared_ptr<Bitmap>(
+        new Bitmap(size, scale, [extent = *extent, file = std::move(file)] { return decodePNG(file, extent); }));
+}
+
+cairo_surface_t* Bitmap::surface() const
+{
+    std::call_once(made_, [this] {
+        if (pixels_ != nullptr)
+            surface_ = std::exchange(pixels_, nullptr)();
+    });
+    return surface_.get();
 }
 
 CairoPointer<cairo_t> Bitmap::context() const
 {
-    CairoPointer<cairo_t> cairo(cairo_create(surface_.get()));
+    CairoPointer<cairo_t> cairo(cairo_create(surface()));
     cairo_scale(cairo.get(), scale_, scale_);
     return cairo;
 }
 
 void Bitmap::draw(cairo_t* cairo, CGRect rect) const
 {
-    const double width = cairo_image_surface_get_width(surface_.get());
-    const double height = cairo_image_surface_get_height(surface_.get());
-    if (rect.size.width <= 0 || rect.size.height <= 0)
+    const double width = cairo_image_surface_get_width(surface());
+    const double height = cairo_image_surface_get_height(surface());
+    if (rect.size.width <= 0 || rect.size.height <= 0 || width <= 0 || height <= 0)
         return;
     cairo_save(cairo);
     cairo_rectangle(cairo, rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
     cairo_clip(cairo);
     cairo_translate(cairo, rect.origin.x, rect.origin.y);
     cairo_scale(cairo, rect.size.width / width, rect.size.height / height);
-    cairo_set_source_surface(cairo, surface_.get(), 0, 0);
+    cairo_set_source_surface(cairo, surface(), 0, 0);
     // Beyond its edge the picture goes on, so that a scaled one has no faint rim.
     cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
     cairo_paint(cairo);
@@ -116,11 +105,7 @@ void Bitmap::draw(cairo_t* cairo, CGRect rect) const
 
 void Bitmap::writePNG(const std::filesystem::path& file) const
 {
-    std::string bytes;
-    const cairo_status_t status = cairo_surface_write_to_png_stream(surface_.get(), addBytes, &bytes);
-    if (status != CAIRO_STATUS_SUCCESS)
-        throw std::runtime_error("cannot write " + file.native() + ": " + cairo_status_to_string(status));
-    writeWholeFile(file, bytes);
+    writeWholeFile(file, encodePNG(surface()));
 }
 
 } // namespace simulator

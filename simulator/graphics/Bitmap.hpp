@@ -1,8 +1,10 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
-#include <string_view>
+#include <mutex>
+#include <string>
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
 #include "simulator/graphics/cairo_pointers.hpp"
@@ -14,17 +16,17 @@ class Bitmap {
 public:
     /// Transparent, or black when opaque. The pixels cover the size, rounded up. A size without area gives null.
     static std::shared_ptr<Bitmap> make(CGSize size, double scale, bool opaque);
-    /// No file of more bytes is read as a picture, and no picture has a longer side.
-    static constexpr std::size_t mostBytes = std::size_t{64} << 20;
+    /// No picture that is read has a longer side.
     static constexpr int largestSide = 8192;
-    /// A PNG file; one that is missing, no picture or too large gives null.
-    static std::shared_ptr<Bitmap> read(const std::filesystem::path& file, double scale);
-    /// The same of a file's bytes.
-    static std::shared_ptr<Bitmap> fromPNG(std::string_view bytes, double scale);
+    /// Of a PNG file's bytes; those that are no picture, not whole, or of one that is too large give null. They are decoded when
+    /// the pixels are first asked for.
+    static std::shared_ptr<Bitmap> fromPNG(std::string file, double scale);
+    /// One that is made as `make` does and then drawn by the function, in points, when its pixels are first asked for.
+    static std::shared_ptr<Bitmap> drawnLater(CGSize size, double scale, bool opaque, std::function<void(cairo_t*)> drawing);
 
     CGSize size() const { return size_; }
     double scale() const { return scale_; }
-    cairo_surface_t* surface() const { return surface_.get(); }
+    cairo_surface_t* surface() const;
 
     /// A context that draws into it, in points.
     CairoPointer<cairo_t> context() const;
@@ -36,9 +38,13 @@ public:
     void writePNG(const std::filesystem::path& file) const;
 
 private:
-    Bitmap(CairoPointer<cairo_surface_t> surface, CGSize size, double scale);
+    using Pixels = std::function<CairoPointer<cairo_surface_t>()>;
+    Bitmap(CGSize size, double scale, Pixels pixels);
 
-    CairoPointer<cairo_surface_t> surface_;
+    /// Makes the surface, whichever thread asks for it first; null when it is made.
+    mutable Pixels pixels_;
+    mutable std::once_flag made_;
+    mutable CairoPointer<cairo_surface_t> surface_;
     CGSize size_;
     double scale_;
 };

@@ -3,12 +3,14 @@
 #include <algorithm>
 
 #include "platform/Foundation/NSString.hpp"
-#include "platform/UIKit/UIGraphics.hpp"
 #include "platform/UIKit/UIImageView.hpp"
+#include "platform/UIKit/UIScreen.hpp"
+#include "simulator/graphics/pictures.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/geometry.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 #include "simulator/springboard/views.hpp"
+#include "simulator/uikit/UIImage.hpp"
 
 /// The stock lock screen: wallpaper, clock, "slide to unlock", and whatever its controllers put on top.
 
@@ -40,11 +42,9 @@ UIImage* wallpaperFor(CGRect bounds)
 {
     UIImage* const picture =
         UIImage::imageWithContentsOfFile(constantString<"/System/Library/CoreServices/SpringBoard.app/Wallpaper.png">());
-    UIGraphicsBeginImageContextWithOptions(bounds.size, YES, 0);
-    picture->drawInRect(filling(picture->size(), bounds));
-    UIImage* const fitted = UIGraphicsGetImageFromCurrentImageContext();
-    UIGraphicsEndImageContext();
-    return fitted;
+    const Fitting fitting{
+        .size = bounds.size, .scale = UIScreen::mainScreen()->scale(), .rect = filling(picture->size(), bounds), .opaque = true};
+    return imageWithBitmap(fitted(picture == nullptr ? nullptr : ivarsOf<ImageState>(picture).bitmap, fitting)).autorelease();
 }
 
 Owned<UILabel> slideToUnlockView(CGRect frame)

@@ -10,6 +10,7 @@
 #include "simulator/foundation/phone_system.hpp"
 #include "simulator/foundation/property_lists.hpp"
 #include "simulator/foundation/strings.hpp"
+#include "simulator/graphics/pictures.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 #include "simulator/uikit/UIImage.hpp"
@@ -101,11 +102,9 @@ UIImage* iconOf(SBApplication* application, int format, CGFloat scale)
     if (icon == nullptr)
         return nullptr;
     const CGFloat side = sideInFormat(format);
-    const auto bitmap = Bitmap::make({side, side}, scale, false);
-    if (bitmap == nullptr)
-        return nullptr;
-    ivarsOf<ImageState>(icon.get()).bitmap->draw(bitmap->context().get(), {{0, 0}, bitmap->size()});
-    return imageWithBitmap(bitmap).autorelease();
+    const CGSize size{side, side};
+    const Fitting fitting{.size = size, .scale = scale, .rect = {{0, 0}, size}, .opaque = false};
+    return imageWithBitmap(fitted(ivarsOf<ImageState>(icon.get()).bitmap, fitting)).autorelease();
 }
 
 UIImage* generateIconImage(SBApplicationIcon* self, SEL, int format)

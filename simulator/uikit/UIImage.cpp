@@ -8,6 +8,7 @@
 #include "simulator/foundation/phone_system.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/graphics/contexts.hpp"
+#include "simulator/graphics/pictures.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/uikit.hpp"
 
@@ -83,14 +84,14 @@ Owned<UIImage> imageWithBitmap(std::shared_ptr<Bitmap> bitmap)
 Owned<UIImage> imageInFile(const std::filesystem::path& file)
 {
     if (const ScaleMark* const scaled = markOf(file))
-        return imageWithBitmap(Bitmap::read(file, scaled->scale));
+        return imageWithBitmap(pictureInFile(file, scaled->scale));
     for (const ScaleMark& scaled : scaleMarks) {
         if (!scaled.isHeeded() || scaled.scale > UIScreen::mainScreen()->scale())
             continue;
-        if (Owned<UIImage> image = imageWithBitmap(Bitmap::read(siblingOf(file, scaled), scaled.scale)))
+        if (Owned<UIImage> image = imageWithBitmap(pictureInFile(siblingOf(file, scaled), scaled.scale)))
             return image;
     }
-    return imageWithBitmap(Bitmap::read(file, 1));
+    return imageWithBitmap(pictureInFile(file, 1));
 }
 
 void registerUIImage()
