@@ -9,7 +9,7 @@ set(phone_library_folder ${PROJECT_BINARY_DIR}/phone-library)
 
 foreach(architecture IN ITEMS armv7 arm64 x86_64)
     add_mach_o_library(${phone_library_folder}/${architecture}/Solvane.dylib ${architecture}
-        SOURCES ${library_sources} STUBS ${phone_stubs})
+        SOURCES ${library_sources} STUBS ${phone_stubs} WEAK_STUBS ${library_weak_stubs})
 endforeach()
 
 set(phone_slices ${phone_library_folder}/armv7/Solvane.dylib ${phone_library_folder}/arm64/Solvane.dylib)

@@ -31,6 +31,7 @@ install_beside_the_library()
 # The rest of the simulated phone.
 install(TARGETS NowPlayingArtLockScreen
     LIBRARY DESTINATION System/Library/SpringBoardPlugins/NowPlayingArtLockScreen.lockbundle)
+install(TARGETS Weather LIBRARY DESTINATION System/Library/PrivateFrameworks/Weather.framework)
 install(DIRECTORY assets/Applications/ DESTINATION Applications PATTERN "generic" EXCLUDE)
 install(FILES assets/Applications/generic/Icon.png
     DESTINATION System/Library/CoreServices/SpringBoard.app RENAME GenericIcon.png)

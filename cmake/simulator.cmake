@@ -60,6 +60,11 @@ if(CMAKE_CROSSCOMPILING_EMULATOR)
     endforeach()
 endif()
 
+# What the phone's tree has for those who ask for it.
 add_library(NowPlayingArtLockScreen MODULE simulator/springboard/plugins/NowPlayingArtLockScreen.cpp)
-target_link_libraries(NowPlayingArtLockScreen PRIVATE platform)
-set_target_properties(NowPlayingArtLockScreen PROPERTIES PREFIX "" SUFFIX "")
+add_library(Weather MODULE simulator/services/plugins/Weather.cpp)
+foreach(plugin IN ITEMS NowPlayingArtLockScreen Weather)
+    target_link_libraries(${plugin} PRIVATE platform)
+    set_target_properties(${plugin} PROPERTIES PREFIX "" SUFFIX "")
+    add_dependencies(springboard ${plugin})
+endforeach()

@@ -53,7 +53,7 @@ struct Surroundings {
     }
 };
 
-/// Those of this phone. They begin with the time zone that TZ names.
-Surroundings& surroundings();
+/// Those of this phone. They begin with the time zone that TZ names. Plugins of the simulator ask for them too.
+[[gnu::visibility("default")]] Surroundings& surroundings();
 
 } // namespace simulator

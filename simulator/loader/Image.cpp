@@ -57,10 +57,11 @@ const Image& openImage(const std::filesystem::path& file)
     if (!isMachO(path))
         return *opened.emplace(path, load<ElfImage>(path)).first->second;
 
-    // An initialiser may ask for more libraries, this one among them.
+    // What it can do without, and its initialisers, may ask for more libraries, this one among them.
     auto library = load<MachOImage>(path);
     MachOImage& image = *library;
     opened.emplace(path, std::move(library));
+    image.openWeakLibraries();
     image.runInitialisers();
     return image;
 }

@@ -9,12 +9,14 @@
 
 namespace simulator {
 
+// Plugins of the simulator have classes of this kind too.
+
 /// For the property "name": its setter "setName:", and the getter "isName" of a BOOL.
-std::string setterName(const char* property);
-std::string flagName(const char* property);
+[[gnu::visibility("default")]] std::string setterName(const char* property);
+[[gnu::visibility("default")]] std::string flagName(const char* property);
 /// The variable that holds the state of a class's objects, under a name that no phone has. Each class has its own: GNU's runtime
 /// refuses a second variable of one name along the superclasses.
-std::string stateName(const char* className);
+[[gnu::visibility("default")]] std::string stateName(const char* className);
 
 /// A class of the simulated platform whose objects each hold one C++ `State`. The state is constructed when the object is
 /// allocated and destroyed with it, so that a class needs no dealloc for what its state owns.

@@ -71,7 +71,6 @@ void launchSpringBoard(const ScreenSize& screen)
     prepareFoundation();
     registerQuartzCore();
     registerUIKit();
-    registerWeather();
     registerEventKit();
     registerSpringBoardClasses();
 

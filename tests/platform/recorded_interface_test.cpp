@@ -220,7 +220,11 @@ private:
 
 class RecordedClasses : public TestOn<Phone> {
 protected:
-    RecordedClasses() { EXPECT_NE(::dlopen(phone.tree().artLibrary().c_str(), RTLD_NOW_MODE), nullptr); }
+    RecordedClasses()
+    {
+        for (const auto& library : {phone.tree().artLibrary(), phone.tree().weatherFramework()})
+            EXPECT_NE(::dlopen(library.c_str(), RTLD_NOW_MODE), nullptr);
+    }
 
     Comparison comparison{simulator::phoneSystem()};
 };

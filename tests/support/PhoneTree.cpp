@@ -61,6 +61,11 @@ fs::path PhoneTree::artLibrary() const
     return root_ / "System/Library/SpringBoardPlugins/NowPlayingArtLockScreen.lockbundle/NowPlayingArtLockScreen";
 }
 
+fs::path PhoneTree::weatherFramework() const
+{
+    return root_ / "System/Library/PrivateFrameworks/Weather.framework/Weather";
+}
+
 fs::path PhoneTree::addLibrary(const fs::path& library, const char* name) const
 {
     const fs::path added = libraryFolder() / name;

@@ -15,6 +15,7 @@ public:
     std::filesystem::path preferencesFile() const;
     std::filesystem::path libraryFolder() const;
     std::filesystem::path artLibrary() const;
+    std::filesystem::path weatherFramework() const;
 
     /// Puts another extension's library under that name beside ours, with our filter, and gives its file.
     std::filesystem::path addLibrary(const std::filesystem::path& library, const char* name) const;

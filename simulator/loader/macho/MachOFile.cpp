@@ -96,6 +96,8 @@ MachOFile::MachOFile(const std::filesystem::path& path)
         case LC_REEXPORT_DYLIB:
         case LC_LOAD_UPWARD_DYLIB:
             libraries_.emplace_back(slice_.textAt(offset + slice_.at<dylib_command>(offset).name));
+            if (command.cmd == LC_LOAD_WEAK_DYLIB)
+                weakLibraries_.push_back(libraries_.back());
             break;
         case LC_DYLD_INFO_ONLY:
             info_ = slice_.at<dyld_info_command>(offset);

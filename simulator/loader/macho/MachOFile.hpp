@@ -40,6 +40,8 @@ public:
     const std::vector<section>& sections() const { return sections_; }
     /// The names of the libraries whose symbols it uses, in the order in which its instructions count them, from 1.
     const std::vector<std::string>& libraries() const { return libraries_; }
+    /// The names of those that it can do without.
+    const std::vector<std::string>& weakLibraries() const { return weakLibraries_; }
 
     Bytes rebaseInstructions() const { return slice_.part(info_.rebase_off, info_.rebase_size); }
     Bytes bindInstructions() const { return slice_.part(info_.bind_off, info_.bind_size); }
@@ -54,6 +56,7 @@ private:
     std::vector<segment_command> segments_;
     std::vector<section> sections_;
     std::vector<std::string> libraries_;
+    std::vector<std::string> weakLibraries_;
     dyld_info_command info_{};
 };
 

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "simulator/files/whole_file.hpp"
+#include "simulator/foundation/phone_root.hpp"
 #include "simulator/loader/macho/Processor.hpp"
 #include "simulator/loader/macho/exports.hpp"
 #include "simulator/loader/macho/fixups.hpp"
@@ -49,7 +50,7 @@ MachOImage::MachOImage(const std::filesystem::path& file) : MachOImage(MachOFile
 {
 }
 
-MachOImage::MachOImage(const MachOFile& file)
+MachOImage::MachOImage(const MachOFile& file) : weakLibraries_(file.weakLibraries())
 {
     Segments segments(file);
     rebase(file, segments);
@@ -59,6 +60,17 @@ MachOImage::MachOImage(const MachOFile& file)
     const std::byte* const start = segments.at(0);
     memory_ = segments.protect();
     unwindTables_ = thisProcessor.registerUnwindTables(file, start);
+}
+
+void MachOImage::openWeakLibraries() const
+{
+    for (const std::string& name : weakLibraries_) {
+        try {
+            openImage(onThisMachine(name));
+        } catch (const std::runtime_error&) {
+            continue;
+        }
+    }
 }
 
 void MachOImage::runInitialisers() noexcept

@@ -17,12 +17,16 @@ bool isMachO(const std::filesystem::path& file);
 /// The constructor does what the phone's loader does: it maps the segments of the slice for this processor, rebases the
 /// pointers, binds every symbol at once and protects the pages. A symbol is looked for among the phone's entry points
 /// (phone_entry_points.hpp), then in this process under its name without the leading underscore; the libraries that it is
-/// expected in are not loaded, since this process stands for all of them. The object runtime learns nothing from it: a library
-/// registers its classes itself.
+/// expected in are not loaded, since this process stands for all of them, but for those that it can do without. The object
+/// runtime learns nothing from it: a library registers its classes itself.
 class MachOImage : public Image {
 public:
     /// Throws std::runtime_error with the reason when the file cannot be loaded.
     explicit MachOImage(const std::filesystem::path& file);
+
+    /// Loads the libraries that it can do without, each from the phone's file tree when it is there and whole. To be called
+    /// once, before the initialisers are run.
+    void openWeakLibraries() const;
 
     /// To be called once.
     void runInitialisers() noexcept;
@@ -35,6 +39,7 @@ private:
 
     macho::Pages memory_;
     std::vector<std::byte> unwindTables_;
+    std::vector<std::string> weakLibraries_;
     std::vector<void (*)()> initialisers_;
     std::vector<ExportedSymbol> exports_;
 };

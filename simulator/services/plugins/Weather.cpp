@@ -2,9 +2,9 @@
 #include "simulator/foundation/strings.hpp"
 #include "simulator/foundation/surroundings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
-#include "simulator/services/services.hpp"
 
-/// The weather framework: its shared objects, and the one city that the phone is in.
+/// The weather framework, a library of its own that nobody in SpringBoard asks for: its shared objects, and the city that the
+/// phone is in.
 
 namespace simulator {
 
@@ -78,9 +78,7 @@ void handleCompletionForCity(LocationUpdater*, SEL, City*, NSUInteger)
 {
 }
 
-} // namespace
-
-void registerWeather()
+[[gnu::constructor]] void registerWeather()
 {
     SimulatedClass<CityState>("City", "NSObject")
         .readOnly<&CityState::temperature>("temperature")
@@ -105,5 +103,7 @@ void registerWeather()
         .method<"handleCompletionForCity:withUpdateDetail:">(handleCompletionForCity)
         .registerClass();
 }
+
+} // namespace
 
 } // namespace simulator
