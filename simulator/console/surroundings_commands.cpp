@@ -40,9 +40,25 @@ void setWeather(Console&, Words arguments)
     surroundings().weather = LocalWeather{arguments[0], static_cast<NSInteger>(*code)};
 }
 
+/// The weather application has saved nothing yet: the city is known, and nothing of its weather.
+void forgetWeather(Console&, Words)
+{
+    surroundings().weather = LocalWeather{std::nullopt, 0};
+}
+
+bool isCelsius(const std::string& unit)
+{
+    return chosen<bool>(unit, {{"celsius", true}, {"fahrenheit", false}});
+}
+
+void setWeatherUnit(Console&, Words arguments)
+{
+    surroundings().savesCelsius = isCelsius(arguments[0]);
+}
+
 void setUnits(Console&, Words arguments)
 {
-    surroundings().showsCelsius = chosen<bool>(arguments[0], {{"celsius", true}, {"fahrenheit", false}});
+    surroundings().showsCelsius = isCelsius(arguments[0]);
 }
 
 /// The word for what the region has.
@@ -94,6 +110,8 @@ std::span<const Command> surroundingsCommands()
     static constexpr Command commands[] = {
         {"clock", "YYYY-MM-DDThh:mm:ss | live", 1, 1, false, setClock},
         {"weather", "TEMP CODE | none", 1, 2, false, setWeather},
+        {"weather --never", "", 0, 0, false, forgetWeather},
+        {"weather --unit", "celsius | fahrenheit", 1, 1, false, setWeatherUnit},
         {"units", "celsius | fahrenheit", 1, 1, false, setUnits},
         {"calendar", "NAME | region", 1, 1, false, setCalendar},
         {"hours", "12 | 24 | region", 1, 1, false, setHours},

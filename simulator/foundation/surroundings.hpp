@@ -9,9 +9,9 @@
 /// What surrounds the phone: all that a relaunch of SpringBoard leaves as it is.
 namespace simulator {
 
-/// What the weather service knows of the city that the phone is in.
+/// What the weather application last saved of the city that the phone is in.
 struct LocalWeather {
-    /// Degrees Celsius, verbatim as the service writes them; none when the city has no temperature.
+    /// Degrees, verbatim as the application writes them; none when the city has no temperature.
     std::optional<std::string> temperature;
     long conditionCode;
 
@@ -33,6 +33,8 @@ struct Surroundings {
     std::optional<std::string> timeZone;
     /// None: the local city is not known.
     std::optional<LocalWeather> weather = LocalWeather{"21", 26};
+    /// The unit of the temperatures that the weather application saves: Celsius, or else Fahrenheit.
+    bool savesCelsius = true;
     /// The unit in which temperatures are shown: Celsius, or else Fahrenheit.
     bool showsCelsius = true;
     /// They hold from the next question on: what was made before keeps what it was made with.
@@ -43,10 +45,11 @@ struct Surroundings {
     /// Shows a visitor each field with its name.
     static void visit(auto& surroundings, const auto& visitor)
     {
-        auto& [frozenClock, timeZone, weather, showsCelsius, customs, log] = surroundings;
+        auto& [frozenClock, timeZone, weather, savesCelsius, showsCelsius, customs, log] = surroundings;
         visitor("clock", frozenClock);
         visitor("timeZone", timeZone);
         visitor("weather", weather);
+        visitor("savedCelsius", savesCelsius);
         visitor("celsius", showsCelsius);
         visitor("customs", customs);
         visitor("log", log);

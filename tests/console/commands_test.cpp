@@ -68,6 +68,25 @@ TEST(WeatherCommand, TakesTheCityAway)
     EXPECT_EQ(lineOf(Console(), "weather none\nshow getTempString()"), "It's (null)° C and Not Available.");
 }
 
+TEST(WeatherCommand, ForgetsWhatWasSaved)
+{
+    EXPECT_THAT(
+        linesOf(Console(), "weather --never\nshow getTempString()\nunits fahrenheit\nshow getTempString()\n"
+                           "show WeatherPreferences.sharedPreferences.localWeatherCity.temperature\n"
+                           "weather 10 32\nshow getTempString()"),
+        ElementsAre("It's (null)° C and Not Available.", "It's 32° F and Not Available.", nullptr, "It's 50° F and Sunny."));
+}
+
+/// The library takes the text for degrees Celsius whatever the city says of it, and converts what is converted already.
+TEST(WeatherCommand, ChoosesTheUnitOfWhatIsSaved)
+{
+    const std::string unit = "show WeatherPreferences.sharedPreferences.localWeatherCity.isDataCelsius\n";
+    EXPECT_THAT(linesOf(Console(), "weather 70 32\nunits fahrenheit\nshow getTempString()\n" + unit +
+                                       "weather --unit fahrenheit\nshow getTempString()\n" + unit +
+                                       "units celsius\nshow getTempString()\nweather --unit celsius\n" + unit),
+                ElementsAre("It's 158° F and Sunny.", true, "It's 158° F and Sunny.", false, "It's 70° C and Sunny.", true));
+}
+
 TEST(UnitsCommand, ChoosesTheUnit)
 {
     EXPECT_THAT(linesOf(Console(), "weather 10 32\nunits fahrenheit\nshow getTempString()\nunits celsius\nshow getTempString()"),

@@ -90,6 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
                             "\"2014-03-05T24:00:00\" is no time: write it like 2014-03-05T08:30:00"},
                     BadLine{"ClockWithTextBehind", "clock 2014-03-05T08:30:00Z",
                             "\"2014-03-05T08:30:00Z\" is no time: write it like 2014-03-05T08:30:00"},
+                    BadLine{"WeatherOfAnUnknownUnit", "weather --unit kelvin", "expected celsius or fahrenheit, not \"kelvin\""},
                     BadLine{"WeatherWithoutACode", "weather 21", "a condition code is missing behind \"21\""},
                     BadLine{"WeatherWithAWordForACode", "weather 21 rain", "\"rain\" is no condition code: write a whole number"},
                     BadLine{"WeatherWithAFractionForACode", "weather 21 2.5",

@@ -85,6 +85,14 @@ TEST(Relaunch, KeepsTheCityAway)
     EXPECT_EQ(lineOf(Console(), "weather none\n" + relaunch + "show getTempString()"), "It's (null)° C and Not Available.");
 }
 
+TEST(Relaunch, KeepsTheUnitOfWhatTheWeatherApplicationSaved)
+{
+    EXPECT_THAT(linesOf(Console(), "weather --unit fahrenheit\n" + relaunch +
+                                       "show getTempString()\n"
+                                       "show WeatherPreferences.sharedPreferences.localWeatherCity.isDataCelsius"),
+                ElementsAre("It's 21° C and Cloudy.", false));
+}
+
 TEST(Relaunch, KeepsTheUnit)
 {
     EXPECT_EQ(lineOf(Console(), "units fahrenheit\n" + relaunch + "show getTempString()"), "It's 70° F and Cloudy.");

@@ -8,6 +8,7 @@
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "tests/support/MessageLog.hpp"
 #include "tests/support/Phone.hpp"
+#include "tests/support/list_items.hpp"
 #include "tests/support/runtime_calls.hpp"
 
 /// How the weather sentence deals with the weather service: what it sends, in which order, and what it makes of the answers.
@@ -214,6 +215,84 @@ TEST_F(WeatherService, StaysSwitchedOn)
     const BOOL isEnabled = send<"isLocalWeatherEnabled", BOOL>(WeatherPreferences::sharedPreferences());
     EXPECT_EQ(isTracking, YES);
     EXPECT_EQ(isEnabled, YES);
+}
+
+namespace {
+
+/// How often the city is asked for while that happens. Each sentence asks five times.
+template <class Happening>
+int sentencesDuring(const Happening& happening)
+{
+    MessageLog::messages().clear();
+    happening();
+    return countOf(MessageLog::messages(), "preferences localWeatherCity") / 5;
+}
+
+} // namespace
+
+TEST_F(WeatherService, IsAskedTwiceAtALockOnceAtItsEndAndOnceAtEachLayoutPass)
+{
+    takeNotes();
+    EXPECT_EQ(sentencesDuring([] { simulator::lockScreen(); }), 2);
+    EXPECT_EQ(sentencesDuring([] { simulator::listController()->prepareForTeardown(); }), 1);
+    const auto layOut = [] {
+        simulator::listView()->setNeedsLayout();
+        simulator::listView()->layoutIfNeeded();
+    };
+    EXPECT_EQ(sentencesDuring(layOut), 1);
+    EXPECT_EQ(sentencesDuring([] { notify("com.apple.mobilemail"); }), 0);
+    EXPECT_EQ(sentencesDuring([] { simulator::listController()->setInScreenOffMode(true); }), 1);
+}
+
+// The city that the service hands out
+
+namespace {
+
+City* localCity()
+{
+    return WeatherPreferences::sharedPreferences()->localWeatherCity();
+}
+
+struct LocalCity : TestOn<InjectedPhone> {
+    LocalCity() { WeatherPreferences::sharedPreferences()->setLocalWeatherEnabled(true); }
+};
+
+} // namespace
+
+TEST_F(LocalCity, IsMadeAnewAtEachCall)
+{
+    const AutoreleasePool pool;
+    City* const first = localCity();
+    EXPECT_NE(localCity(), first);
+}
+
+TEST_F(LocalCity, IsKeptByNobody)
+{
+    id weak = nullptr;
+    {
+        const AutoreleasePool pool;
+        objc_storeWeak(&weak, localCity());
+        EXPECT_NE(weak, nullptr);
+    }
+    EXPECT_EQ(weak, nullptr);
+}
+
+TEST_F(LocalCity, KeepsTheRecordThatItWasMadeFrom)
+{
+    City* const city = localCity();
+    simulator::surroundings().weather = simulator::LocalWeather{"-3", 16};
+    city->update();
+    LocationUpdater::sharedLocationUpdater()->updateWeatherForLocation_city(nullptr, city);
+    EXPECT_EQ(textOf(city->temperature()), "21");
+    EXPECT_EQ(city->conditionCode(), 26U);
+    EXPECT_EQ(textOf(localCity()->temperature()), "-3");
+    EXPECT_EQ(localCity()->conditionCode(), 16U);
+}
+
+TEST_F(LocalCity, HasNoLocationThoughTrackingIsOn)
+{
+    WeatherLocationManager::sharedWeatherLocationManager()->setLocationTrackingActive(true);
+    EXPECT_EQ(WeatherLocationManager::sharedWeatherLocationManager()->location(), nullptr);
 }
 
 // What becomes of the answers

@@ -92,6 +92,7 @@ const std::vector<Unrecorded>& unrecordedNames()
          {"drawInContext:", "delegate", "masksToBounds", "isHidden", "opacity", "cornerRadius", "borderWidth", "borderColor",
           "backgroundColor", "mask", "superlayer"}},
         {"CAShapeLayer", documented, {"fillColor", "setFillColor:", "path"}},
+        {"City", "named in the class's table", {"isDataCelsius"}},
         {"EKEvent", documented, {"isAllDay"}},
         {"SBLockScreenView",
          "names that are public; nothing tells which other variables there are",

@@ -4,26 +4,21 @@
 #include "simulator/runtime/SimulatedClass.hpp"
 
 /// The weather framework, a library of its own that nobody in SpringBoard asks for: its shared objects, and the city that the
-/// phone is in.
+/// phone is in, as the weather application last saved it. News come from that application alone.
 
 namespace simulator {
 
 namespace {
 
 struct CityState {
-    // The weather of the last update.
     Owned<NSString> temperature;
     NSUInteger conditionCode = 0;
+    bool dataCelsius = true;
 };
 
-void update(City* self, SEL)
+/// Asks for news, which come when a city that nobody keeps is long gone.
+void update(City*, SEL)
 {
-    const auto& weather = surroundings().weather;
-    if (!weather)
-        return;
-    auto& city = ivarsOf<CityState>(self);
-    city.temperature = weather->temperature ? toNSString(*weather->temperature) : nullptr;
-    city.conditionCode = static_cast<NSUInteger>(weather->conditionCode);
 }
 
 struct WeatherLocationManagerState {
@@ -32,7 +27,6 @@ struct WeatherLocationManagerState {
 
 struct WeatherPreferencesState {
     bool localWeatherEnabled = false;
-    Owned<City> city;
 };
 
 struct WeatherUpdaterState {};
@@ -46,22 +40,25 @@ id sharedInstance(Class, SEL)
     return shared;
 }
 
+/// Tracking tells a delegate of the location, and nobody in SpringBoard gives it one.
 id location(WeatherLocationManager*, SEL)
 {
     return nullptr;
 }
 
-/// The city is there from the moment local weather is on, as long as the phone knows where it is.
+/// A new one at each call, from the record of that moment. It is there from when local weather is on, as long as the phone
+/// knows where it is.
 City* localWeatherCity(WeatherPreferences* self, SEL)
 {
-    auto& preferences = ivarsOf<WeatherPreferencesState>(self);
-    if (!surroundings().weather || !preferences.localWeatherEnabled)
+    const auto& record = surroundings().weather;
+    if (!record || !ivarsOf<WeatherPreferencesState>(self).localWeatherEnabled)
         return nullptr;
-    if (preferences.city == nullptr) {
-        preferences.city = adopt(send<"new", City*>(classNamed<"City">()));
-        preferences.city->update();
-    }
-    return preferences.city;
+    Owned<City> city = adopt(send<"new", City*>(classNamed<"City">()));
+    auto& state = ivarsOf<CityState>(city.get());
+    state.temperature = record->temperature ? toNSString(*record->temperature) : nullptr;
+    state.conditionCode = static_cast<NSUInteger>(record->conditionCode);
+    state.dataCelsius = surroundings().savesCelsius;
+    return city.autorelease();
 }
 
 BOOL isCelsius(WeatherPreferences*, SEL)
@@ -69,9 +66,8 @@ BOOL isCelsius(WeatherPreferences*, SEL)
     return BOOL{surroundings().showsCelsius};
 }
 
-void updateWeatherForLocation(LocationUpdater*, SEL, id, City* city)
+void updateWeatherForLocation(LocationUpdater*, SEL, id, City*)
 {
-    city->update();
 }
 
 void handleCompletionForCity(LocationUpdater*, SEL, City*, NSUInteger)
@@ -83,6 +79,7 @@ void handleCompletionForCity(LocationUpdater*, SEL, City*, NSUInteger)
     SimulatedClass<CityState>("City", "NSObject")
         .readOnly<&CityState::temperature>("temperature")
         .readOnly<&CityState::conditionCode>("conditionCode")
+        .readOnlyFlag<&CityState::dataCelsius>("dataCelsius")
         .method<"update">(update)
         .registerClass();
     SimulatedClass<WeatherLocationManagerState>("WeatherLocationManager", "NSObject")
