@@ -7,6 +7,7 @@
 #include "platform/Foundation/NSLocale.hpp"
 #include "platform/Foundation/NSLog.hpp"
 #include "simulator/foundation/foundation.hpp"
+#include "simulator/foundation/locale_data.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/foundation/time_zones.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
@@ -140,14 +141,17 @@ NSCalendar* currentCalendar(Class, SEL)
 
 icu::Locale localeBehind(NSObject* locale)
 {
-    return icu::Locale::createFromName(toUTF8(send<"localeIdentifier", NSString*>(locale)).c_str());
+    return withDataOfTheSystem(icu::Locale::createFromName(toUTF8(send<"localeIdentifier", NSString*>(locale)).c_str()));
 }
 
 std::unique_ptr<icu::Calendar> openCalendar(const icu::Locale& locale, std::unique_ptr<icu::TimeZone> zone)
 {
     UErrorCode failure = U_ZERO_ERROR;
     CalendarPointer calendar(icu::Calendar::createInstance(zone.release(), locale, failure));
-    return U_SUCCESS(failure) ? std::move(calendar) : nullptr;
+    if (U_FAILURE(failure))
+        return nullptr;
+    beginWeekByTheSystem(*calendar, locale);
+    return calendar;
 }
 
 void replaceCalendars()

@@ -10,7 +10,7 @@ class NSObject;
 /// Foundation's calendars and locales, as ICU counts them.
 namespace simulator {
 
-/// The customs of one of Foundation's locales; of no language or region for nil.
+/// The customs of one of Foundation's locales, by the data of the phone's system; of no language or region for nil.
 icu::Locale localeBehind(NSObject* locale);
 
 /// A calendar of the system that the locale names, or else of its region's, with the region's weeks, in the time zone.

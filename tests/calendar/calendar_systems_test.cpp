@@ -1,4 +1,6 @@
+#include <cstdlib>
 #include <gmock/gmock.h>
+#include <optional>
 
 #include "simulator/foundation/surroundings.hpp"
 #include "tests/calendar/MonthCalendar.hpp"
@@ -19,6 +21,8 @@ struct CalendarSystem {
     std::string day;
     std::string month;
     std::vector<std::string> grid;
+    /// The phone's system where it matters; null for the one of the other tests.
+    const char* phoneSystem = nullptr;
 };
 
 std::ostream& operator<<(std::ostream& stream, const CalendarSystem& system)
@@ -47,7 +51,16 @@ const CalendarSystem systems[] = {
      "14",
      "1435-5",
      {"1 2 3 4 5 6 7", "8 9 10 11 12 13 [14]", "15 16 17 18 19 20 21", "22 23 24 25 26 27 28", "29 30 (1) (2) (3) (4) (5)",
-      "(6) (7) (8) (9) (10) (11) (12)"}},
+      "(6) (7) (8) (9) (10) (11) (12)"},
+     "8.1"},
+    {"InSaudiArabiaBeforeUmmAlQura",
+     "ar_SA.UTF-8",
+     "",
+     "15",
+     "2014-3",
+     {"(23) (24) (25) (26) (27) (28) 1", "2 3 4 5 6 7 8", "9 10 11 12 13 14 [15]", "16 17 18 19 20 21 22", "23 24 25 26 27 28 29",
+      "30 31 (1) (2) (3) (4) (5)"},
+     "7.1"},
     {"ByKeyword",
      "th_TH.UTF-8@calendar=gregorian",
      "",
@@ -82,13 +95,21 @@ const CalendarSystem systems[] = {
 
 class MonthInCalendar : public testing::TestWithParam<CalendarSystem> {
 protected:
-    const RegionalPhone phone_{{.language = GetParam().language, .timeZone = "UTC"}};
+    MonthInCalendar()
+    {
+        if (GetParam().phoneSystem != nullptr)
+            ::setenv("SOLVANE_SYSTEM", GetParam().phoneSystem, 1);
+    }
 
     void SetUp() override
     {
+        phone_.emplace(Region{.language = GetParam().language, .timeZone = "UTC"});
         if (!GetParam().chosen.empty())
             simulator::surroundings().customs.calendar = GetParam().chosen;
     }
+
+private:
+    std::optional<RegionalPhone> phone_;
 };
 
 TEST_P(MonthInCalendar, IsTheUsersWithItsOwnDays)

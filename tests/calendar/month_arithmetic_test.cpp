@@ -248,13 +248,14 @@ TEST_P(MonthOffsetInLocale, IsThatOfTheLocalesOwnWeekInEveryMonth)
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(In, MonthOffsetInLocale,
-                         testing::Values(Week{"American", "en_US.UTF-8", std::chrono::Sunday},
-                                         Week{"German", "de_DE.UTF-8", std::chrono::Monday},
-                                         Week{"Egyptian", "ar_EG.UTF-8", std::chrono::Saturday},
-                                         Week{"Persian", "fa_IR.UTF-8@calendar=gregorian", std::chrono::Saturday},
-                                         Week{"Plain", "C", std::chrono::Sunday}),
-                         [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    In, MonthOffsetInLocale,
+    testing::Values(Week{"American", "en_US.UTF-8", std::chrono::Sunday}, Week{"German", "de_DE.UTF-8", std::chrono::Monday},
+                    Week{"Egyptian", "ar_EG.UTF-8", std::chrono::Saturday},
+                    Week{"Persian", "fa_IR.UTF-8@calendar=gregorian", std::chrono::Saturday},
+                    Week{"Australian", "en_AU.UTF-8", std::chrono::Sunday}, Week{"Algerian", "fr_DZ.UTF-8", std::chrono::Monday},
+                    Week{"Bengali", "bn_BD.UTF-8", std::chrono::Friday}, Week{"Plain", "C", std::chrono::Sunday}),
+    [](const auto& info) { return info.param.name; });
 
 TEST(MonthOffset, OfMarch2014IsFiveInAWeekFromMonday)
 {
