@@ -20,15 +20,15 @@ Description: What is there before
 
 
 class Phone:
-    """A file tree with the system's version and the loaders in dpkg's records, and nothing else."""
+    """A file tree with the system's version, the model and the loaders in dpkg's records, and nothing else."""
 
-    def __init__(self, root, firmware):
+    def __init__(self, root, firmware, model="iphone"):
         self.root = Path(root)
         self.records = self.root / "var/lib/dpkg"
         for folder in ("info", "updates", "triggers"):
             (self.records / folder).mkdir(parents=True)
         (self.records / "arch").write_text("amd64\niphoneos-arm\n")
-        there = {"firmware": firmware, "mobilesubstrate": "0.9.5000", "preferenceloader": "2.2.2"}
+        there = {"firmware": firmware, f"cy+model.{model}": "6.1", "mobilesubstrate": "0.9.5000", "preferenceloader": "2.2.2"}
         for name in there:
             (self.records / "info" / f"{name}.list").touch()
         (self.records / "status").write_text("".join(INSTALLED.format(name=name, version=there[name]) for name in there))
@@ -50,6 +50,19 @@ class Installing(unittest.TestCase):
                 self.assertNotEqual(installation.returncode, 0)
                 self.assertIn("firmware", installation.stderr)
                 self.assertEqual(phone.files(), [])
+
+    def test_unpacks_nothing_on_a_tablet(self):
+        with tempfile.TemporaryDirectory() as folder:
+            tablet = Phone(folder, "8.1", "ipad")
+            installation = tablet.install()
+            self.assertNotEqual(installation.returncode, 0)
+            self.assertIn("cy+model.iphone", installation.stderr)
+            self.assertEqual(tablet.files(), [])
+
+    def test_is_done_on_a_phone_without_a_telephone(self):
+        with tempfile.TemporaryDirectory() as folder:
+            installation = Phone(folder, "7.1.2", "ipod").install()
+            self.assertEqual((installation.returncode, installation.stderr), (0, ""))
 
     def test_is_done_on_each_system_that_it_is_for(self):
         for firmware in ("7.0.3", "7.0.6", "7.1.2", "8.0", "8.1", "8.4.1"):

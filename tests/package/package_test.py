@@ -118,7 +118,7 @@ class Package(unittest.TestCase):
         self.assertEqual(fields["Package"], "org.solvane.solvane")
         self.assertEqual(fields["Version"], version)
         self.assertEqual(fields["Architecture"], "iphoneos-arm")
-        self.assertEqual(fields["Pre-Depends"].split(", "), ["firmware (>= 7.0.3)", "firmware (<< 9.0)"])
+        self.assertEqual(fields["Pre-Depends"].split(", "), ["firmware (>= 7.0.3)", "firmware (<< 9.0)", "cy+model.iphone | cy+model.ipod"])
         self.assertEqual(fields["Depends"].split(", "), ["mobilesubstrate", "preferenceloader"])
         for field in ("Name", "Section", "Maintainer", "Description"):
             self.assertTrue(fields[field], field)
