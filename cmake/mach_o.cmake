@@ -25,7 +25,7 @@ function(add_mach_o_object object architecture source)
     if(architecture STREQUAL armv7)
         set(commands
             COMMAND ${compile} ${mach_o_flags} -MD -MF ${object}.d -MT ${object} -S ${source} -o ${object}.compiled.s
-            COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/armv7_pointers.py ${object}.compiled.s ${object}.s
+            COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/armv7_assembly.py ${object}.compiled.s ${object}.s
             COMMAND ${compile} -c ${object}.s -o ${object}
             COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/armv7_addends.py ${object})
     else()
@@ -34,7 +34,7 @@ function(add_mach_o_object object architecture source)
     add_custom_command(
         OUTPUT ${object}
         ${commands}
-        DEPENDS ${source} ${packaging_tools}/armv7_pointers.py ${packaging_tools}/armv7_addends.py
+        DEPENDS ${source} ${packaging_tools}/armv7_assembly.py ${packaging_tools}/armv7_addends.py
         DEPFILE ${object}.d
         COMMENT "Compiling ${name} for ${architecture}"
         VERBATIM)

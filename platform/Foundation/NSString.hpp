@@ -2,6 +2,7 @@
 
 #include "platform/Foundation/NSObject.hpp"
 #include "platform/runtime/Owned.hpp"
+#include "platform/runtime/constant_text.hpp"
 
 /// An immutable text.
 class NSString : public NSObject {
@@ -38,12 +39,9 @@ public:
     void insertString_atIndex(NSString* text, NSUInteger index) { send<"insertString:atIndex:">(this, text, index); }
 };
 
-/// The constant string of that text (UTF-8). It is made at its first use and never freed.
+/// The constant string of that text (UTF-8).
 template <FixedString Text>
 inline NSString* constantString()
 {
-    static constinit NSString* made = nullptr;
-    if (made == nullptr) [[unlikely]]
-        made = NSString::alloc()->initWithUTF8String(Text.text);
-    return made;
+    return static_cast<NSString*>(constantText<Text>());
 }

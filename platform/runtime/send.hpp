@@ -3,6 +3,7 @@
 #include <type_traits>
 
 #include "platform/runtime/checked_send.hpp"
+#include "platform/runtime/selector.hpp"
 
 /// One message send, typed. This file alone knows how each runtime dispatches and how a result comes back.
 
@@ -23,26 +24,6 @@ void objc_msgSendSuper_stret();
 IMP objc_msg_lookup(id receiver, SEL selector);
 IMP objc_msg_lookup_super(objc_super* receiver, SEL selector);
 #endif
-}
-
-/// The selector of that name. It is registered with the runtime at its first use.
-template <FixedString Name>
-inline SEL selector()
-{
-    static constinit SEL registered = nullptr;
-    if (registered == nullptr) [[unlikely]]
-        registered = sel_registerName(Name.text);
-    return registered;
-}
-
-/// The class of that name, looked up at its first use and kept; as long as there is none, each use looks again.
-template <FixedString Name>
-inline Class classNamed()
-{
-    static constinit Class found = nullptr;
-    if (found == nullptr) [[unlikely]]
-        found = objc_getClass(Name.text);
-    return found;
 }
 
 namespace dispatch {
@@ -71,18 +52,41 @@ inline constexpr std::size_t largestResultInRegisters = 4;
 inline constexpr std::size_t largestResultInRegisters = 16;
 #endif
 
+/// Whether a structure of that encoding holds nothing but floating-point numbers.
+template <std::size_t Size>
+consteval bool isOfFloatingPoint(const FixedString<Size>& encoding)
+{
+    bool inName = false;
+    for (std::size_t i = 0; i + 1 < Size; ++i) {
+        const char character = encoding.text[i];
+        inName = character == '{' || (inName && character != '=');
+        if (!inName && character != '=' && character != '}' && character != 'd' && character != 'f')
+            return false;
+    }
+    return true;
+}
+
 template <class Result>
 consteval bool returnsThroughMemory()
 {
-    if constexpr (std::is_class_v<Result>)
-        return sizeof(Result) > largestResultInRegisters;
-    else
+    if constexpr (!std::is_class_v<Result>)
         return false;
+#if defined(__arm64__)
+    else if constexpr (sizeof(Result) <= 4 * sizeof(double) && isOfFloatingPoint(encode<Result>()))
+        return false;
+#endif
+    else
+        return sizeof(Result) > largestResultInRegisters;
 }
 
 /// Results that a runtime does not promise to make zero when the receiver is nil.
+#if defined(__APPLE__)
+template <class Result>
+inline constexpr bool needsNilCheck = returnsThroughMemory<Result>();
+#else
 template <class Result>
 inline constexpr bool needsNilCheck = std::is_class_v<Result> || std::is_floating_point_v<Result>;
+#endif
 
 template <class Result>
 inline IMP lookUp([[maybe_unused]] id receiver, [[maybe_unused]] SEL name)

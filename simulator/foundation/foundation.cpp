@@ -7,6 +7,7 @@ namespace simulator {
 void prepareFoundation()
 {
     addRuntimeEntryPoints();
+    addConstantTexts();
     replaceTimeZone();
     replaceClock();
     replacePropertyListReading();

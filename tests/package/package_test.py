@@ -40,6 +40,9 @@ LIBRARIES = {
     "/usr/lib/libobjc.A.dylib": 0x10000,
 }
 
+# In a library's data, what the phone's object runtime reads.
+RUNTIME_SECTIONS = ("__objc_imageinfo", "__objc_selrefs", "__cfstring")
+
 
 def archive_members(data):
     """The members of an ar archive, in order."""
@@ -230,8 +233,27 @@ class Library(unittest.TestCase):
     def test_runs_on_the_oldest_processors_that_such_phones_have(self):
         for name in SLICES:
             instructions, unknown = disassembled(name)
-            self.assertGreater(instructions, 10_000, name)
+            self.assertGreater(instructions, 5_000, name)
             self.assertEqual(unknown, [], name)
+
+    def test_has_its_selectors_and_constant_texts_as_compilers_write_them(self):
+        for name, image in IMAGES.items():
+            with self.subTest(name):
+                sections = {section: image.sections["__DATA", section]["size"] for section in RUNTIME_SECTIONS}
+                self.assertEqual(sections["__objc_imageinfo"], 8)
+                self.assertGreater(sections["__objc_selrefs"], 150 * image.word)
+                self.assertGreater(sections["__cfstring"], 50 * 4 * image.word)
+
+    def test_sends_without_a_question(self):
+        loaded, questions = selectors_loaded(IMAGES["arm64"])
+        references = IMAGES["arm64"].sections["__DATA", "__objc_selrefs"]
+        # Some are read together with what stands beside them.
+        self.assertGreater(len(loaded), 0.95 * references["size"] / 8)
+        self.assertEqual(questions, [])
+
+    def test_is_no_larger_than_it_was(self):
+        self.assertLessEqual(len(IMAGES["armv7"].data), 62_000)
+        self.assertLessEqual(len(IMAGES["arm64"].data), 76_000)
 
     def test_has_two_initialisers_in_order(self):
         for name, image in IMAGES.items():
@@ -282,6 +304,8 @@ class Library(unittest.TestCase):
 
 # What a slice's code and its stubs are, and the processors of the oldest phones: those of the iPhone 4 and 5s.
 TRIPLES = {"armv7": ("thumbv7-apple-ios", "armv7-apple-ios"), "arm64": ("arm64-apple-ios", "arm64-apple-ios")}
+# What a call may change.
+CHANGED_BY_CALLS = {f"x{number}" for number in range(19)}
 PROCESSORS = {"armv7": "cortex-a8", "arm64": "apple-a7"}
 
 
@@ -289,7 +313,7 @@ def listing(architecture, triple, *options):
     return subprocess.run(
         ["llvm-objdump-19", "--disassemble", f"--triple={triple}", f"--mcpu={PROCESSORS[architecture]}", *options, "-"],
         input=SLICES[architecture][0], capture_output=True, check=True,
-    ).stdout.decode().splitlines()  # fmt: skip
+    ).stdout.decode(errors="replace").splitlines()  # fmt: skip
 
 
 def disassembled(architecture):
@@ -299,6 +323,38 @@ def disassembled(architecture):
     code = [line for line in listing(architecture, code_triple, "--macho") if "@ KIND_" not in line]
     stubs = listing(architecture, stubs_triple, "--section=__stubs", "--section=__stub_helper")
     return len(code) + len(stubs), [line for line in code + stubs if re.search(r"\t\.(short|long)\b|<unknown>", line)]
+
+
+def selectors_loaded(image):
+    """Of the arm64 slice: the addresses of the references to selectors that its code reads, and the instructions that ask whether
+    such a selector is there."""
+    references = image.sections["__DATA", "__objc_selrefs"]
+    pages = {}
+    selectors = set()
+    loaded = set()
+    questions = []
+    for line in listing("arm64", TRIPLES["arm64"][0], "--section=__text", "--no-show-raw-insn"):
+        found = re.match(r"\s*[0-9a-f]+:\s+([a-z.]+)\s*([^,]*)(?:, (.*))?", line)
+        if not found:
+            continue
+        instruction, first, rest = found.groups(default="")
+        if instruction in ("cbz", "cbnz", "tbz", "tbnz", "cmp", "tst") and (first in selectors or rest in selectors):
+            questions.append(line)
+        selectors.discard(first)
+        page = pages.pop(first, None)
+        if instruction == "adrp":
+            pages[first] = int(re.match(r"0x([0-9a-f]+)", rest)[1], 16)
+        elif instruction == "ldr":
+            by_page = re.fullmatch(r"\[(x\d+)(?:, #0x([0-9a-f]+))?\]", rest)
+            near = re.match(r"0x([0-9a-f]+)", rest)
+            base = page if by_page and by_page[1] == first else pages.get(by_page[1]) if by_page else None
+            address = int(near[1], 16) if near else base + int(by_page[2] or "0", 16) if base is not None else -1
+            if 0 <= address - references["address"] < references["size"]:
+                loaded.add(address)
+                selectors.add(first)
+        elif instruction in ("bl", "blr"):
+            selectors -= CHANGED_BY_CALLS
+    return loaded, questions
 
 
 def calls_between(architecture, first, end):

@@ -5,9 +5,11 @@
 #include <stdexcept>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 
 #include "platform/CoreGraphics/CGGeometry.hpp"
+#include "platform/Foundation/NSDictionary.hpp"
 #include "platform/Foundation/NSString.hpp"
 #include "platform/runtime/Encoding.hpp"
 #include "platform/runtime/objc.hpp"
@@ -245,6 +247,42 @@ TEST_F(PhoneLibrary, IsTheHomeOfItsFunctions)
     EXPECT_EQ(simulator::fileOf(reinterpret_cast<const void*>(method_getImplementation(method))).filename(), "Another.dylib");
 }
 
+TEST_F(PhoneLibrary, HasItsSelectorsWhenItIsLoaded)
+{
+    EXPECT_EQ(exportedFunction<SEL()>("selectorOfTheFixture")(), sel_registerName("selectorOfTheFixture:and:"));
+}
+
+TEST_F(PhoneLibrary, HasConstantTextsThatAreTextsLikeOthers)
+{
+    for (const auto& [name, text, length] : {std::tuple("plainText", "a plain text", NSUInteger{12}),
+                                             std::tuple("textBeyondASCII", "8\u00B0 \u20AC\U0001F600", NSUInteger{6})}) {
+        NSString* const constant = exportedFunction<NSString*()>(name)();
+        NSString* const other = NSString::stringWithUTF8String(text);
+        EXPECT_TRUE(constant->isKindOfClass(classNamed<"NSString">()));
+        EXPECT_STREQ(constant->UTF8String(), text);
+        EXPECT_EQ(constant->length(), length);
+        EXPECT_EQ(constant->characterAtIndex(length - 1), other->characterAtIndex(length - 1));
+        EXPECT_TRUE(constant->isEqualToString(other));
+        EXPECT_TRUE(other->isEqualToString(constant));
+        EXPECT_EQ((send<"hash", NSUInteger>(constant)), (send<"hash", NSUInteger>(other)));
+        EXPECT_EQ(textOf(NSString::stringWithFormat(constantString<"<%@>">(), constant)), std::string("<") + text + ">");
+        NSDictionary* const byOther =
+            send<"dictionaryWithObject:forKey:", NSDictionary*>(classNamed<"NSDictionary">(), other, other);
+        EXPECT_EQ(byOther->objectForKeyedSubscript(constant), other);
+    }
+}
+
+TEST_F(PhoneLibrary, KeepsItsConstantTextsWhateverIsDoneToThem)
+{
+    NSString* const constant = exportedFunction<NSString*()>("plainText")();
+    for (int i = 0; i < 3; ++i)
+        objc_release(constant);
+    EXPECT_EQ(objc_autorelease(objc_retain(constant)), constant);
+    EXPECT_EQ((send<"copy", NSString*>(constant)), constant);
+    EXPECT_STREQ(constant->UTF8String(), "a plain text");
+    EXPECT_ANY_THROW(constant->characterAtIndex(12));
+}
+
 TEST(PhoneLibraryFile, IsLoadedOnce)
 {
     const Phone phone;
@@ -320,6 +358,15 @@ TEST(PhoneLibraryFile, IsRefusedWhenAPointerPointsOutsideOfIt)
     std::string library = readFile(phoneLibrary);
     setNumberAt(library, fileOffsetOf(library, "__mod_init_func"), 0x7ffffff0);
     EXPECT_THAT(complaintAboutResigned(library), HasSubstr("a pointer points outside of its segments"));
+}
+
+TEST(PhoneLibraryFile, IsRefusedWhenTheNameOfASelectorHasNoEnd)
+{
+    std::string library = readFile(phoneLibrary);
+    const std::size_t lastSegment = library.find("__LINKEDIT") + 16;
+    const std::uint32_t end = numberAt(library, lastSegment) + numberAt(library, lastSegment + sizeof(void*));
+    setNumberAt(library, fileOffsetOf(library, "__objc_selrefs"), end);
+    EXPECT_THAT(complaintAboutResigned(library), HasSubstr("a text is not in its segments"));
 }
 
 TEST(PhoneLibraryFile, IsRefusedWhenItsInitialisersLieOutsideOfIt)

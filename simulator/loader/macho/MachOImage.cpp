@@ -8,6 +8,7 @@
 #include "simulator/loader/macho/Processor.hpp"
 #include "simulator/loader/macho/exports.hpp"
 #include "simulator/loader/macho/fixups.hpp"
+#include "simulator/loader/macho/selectors.hpp"
 
 namespace simulator {
 
@@ -55,6 +56,7 @@ MachOImage::MachOImage(const MachOFile& file) : weakLibraries_(file.weakLibrarie
     Segments segments(file);
     rebase(file, segments);
     bind(file, segments);
+    fixSelectors(file, segments);
     exports_ = readExports(file, segments);
     initialisers_ = readInitialisers(file, segments);
     const std::byte* const start = segments.at(0);

@@ -17,8 +17,8 @@ bool isMachO(const std::filesystem::path& file);
 /// The constructor does what the phone's loader does: it maps the segments of the slice for this processor, rebases the
 /// pointers, binds every symbol at once and protects the pages. A symbol is looked for among the phone's entry points
 /// (phone_entry_points.hpp), then in this process under its name without the leading underscore; the libraries that it is
-/// expected in are not loaded, since this process stands for all of them, but for those that it can do without. The object
-/// runtime learns nothing from it: a library registers its classes itself.
+/// expected in are not loaded, since this process stands for all of them, but for those that it can do without. What the phone's
+/// object runtime would do then is done for selectors; a library registers its classes itself.
 class MachOImage : public Image {
 public:
     /// Throws std::runtime_error with the reason when the file cannot be loaded.

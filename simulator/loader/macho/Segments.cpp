@@ -81,6 +81,18 @@ bool Segments::holds(Word address, Word size, std::uint32_t protection) const
     });
 }
 
+const char* Segments::textBehind(Word pointer) const
+{
+    const Word address = pointer - reinterpret_cast<Word>(at(0));
+    for (const segment_command& segment : file_.segments()) {
+        if (address < segment.vmaddr || address - segment.vmaddr >= segment.vmsize)
+            continue;
+        if (std::memchr(at(address), 0, segment.vmaddr + segment.vmsize - address) != nullptr)
+            return reinterpret_cast<const char*>(at(address));
+    }
+    throw std::runtime_error("a text is not in its segments");
+}
+
 bool Segments::holdsInstructions(Word address) const
 {
     return holds(address, 1, VM_PROT_EXECUTE) && std::ranges::any_of(file_.sections(), [&](const section& one) {

@@ -28,6 +28,8 @@ public:
 
     /// Whether so many bytes lie within a segment that has that protection.
     bool holds(Word address, Word size, std::uint32_t protection) const;
+    /// The text whose first byte an adjusted pointer points to. Throws std::runtime_error when it has no end within its segment.
+    const char* textBehind(Word pointer) const;
     /// Whether a function of the library can be there: in a section of instructions, which can be executed.
     bool holdsInstructions(Word address) const;
 

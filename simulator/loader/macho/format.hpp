@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 /// The structures and numbers of Mach-O files, under the format's own names ("OS X ABI Mach-O File Format Reference",
 /// <mach-o/loader.h>, <mach-o/fat.h>, <mach/vm_prot.h>). Where the format has a structure for each size of words, the one here is
@@ -101,6 +102,10 @@ struct section {
 };
 inline constexpr std::uint32_t SECTION_TYPE = 0xff;
 inline constexpr std::uint32_t S_MOD_INIT_FUNC_POINTERS = 9;
+/// The segment, and the sections in it, that are for the object runtime.
+inline constexpr std::string_view SEG_DATA = "__DATA";
+inline constexpr std::string_view objcImageInfo = "__objc_imageinfo";
+inline constexpr std::string_view objcSelectorReferences = "__objc_selrefs";
 inline constexpr std::uint32_t S_ATTR_SOME_INSTRUCTIONS = 0x400;
 
 struct dylib_command {

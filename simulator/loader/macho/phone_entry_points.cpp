@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include "platform/runtime/objc.hpp"
 #include "simulator/loader/macho/Processor.hpp"
 
 namespace simulator::macho {
@@ -30,6 +31,8 @@ std::vector<EntryPoint> allEntryPoints()
 {
     std::vector<EntryPoint> all = thisProcessor.entryPoints();
     all.insert(all.end(), {
+                              // The symbol stands where the class does.
+                              entryPoint("__CFConstantStringClassReference", objc_getClass("__NSCFConstantString")),
                               entryPoint("__stack_chk_guard", &stackGuard),
                               entryPoint("__stack_chk_fail", &stackWasSmashed),
                               // The loader binds every symbol at once.
