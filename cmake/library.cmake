@@ -1,4 +1,5 @@
-# The library that ships. It is linked against nothing of the platform: like on the phone, the loader finds its symbols.
+# The library that ships, and the code of its page in the Settings. They are linked against nothing of the platform: like on the
+# phone, the loader finds their symbols.
 include_guard()
 
 file(GLOB library_sources CONFIGURE_DEPENDS core/*.cpp lockscreen/*.cpp text/*.cpp calendar/*.cpp appstrip/*.cpp)
@@ -15,3 +16,10 @@ foreach(stub IN LISTS library_weak_stubs)
     string(REGEX REPLACE "^install-name: *" "" install_name ${install_name})
     set_property(TARGET Solvane APPEND_STRING PROPERTY LINK_FLAGS " -Wl,--auxiliary,'$ORIGIN/../../..${install_name}'")
 endforeach()
+
+file(GLOB settings_sources CONFIGURE_DEPENDS settings/*.cpp)
+
+add_library(settings_bundle MODULE ${settings_sources})
+target_link_libraries(settings_bundle PRIVATE platform)
+set_target_properties(settings_bundle PROPERTIES PREFIX "" OUTPUT_NAME Solvane SUFFIX ""
+    LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/settings-bundle)

@@ -28,6 +28,18 @@ function(install_beside_the_library)
 endfunction()
 install_beside_the_library()
 
+# Its page in the Settings: what the preference loader asks for, and the bundle that it enters.
+set(bundle_folder Library/PreferenceBundles/Solvane.bundle)
+set(bundle_description ${PROJECT_BINARY_DIR}/settings-bundle/Info.plist)
+configure_file(settings/bundle/Info.plist.in ${bundle_description} @ONLY)
+install(TARGETS settings_bundle LIBRARY DESTINATION ${bundle_folder})
+function(install_beside_the_bundle)
+    install(FILES settings/entry.plist DESTINATION Library/PreferenceLoader/Preferences RENAME Solvane.plist ${ARGN})
+    install(FILES ${bundle_description} settings/bundle/Solvane.plist DESTINATION ${bundle_folder} ${ARGN})
+    install(DIRECTORY assets/Settings/ DESTINATION ${bundle_folder} ${ARGN} FILES_MATCHING PATTERN "*.png")
+endfunction()
+install_beside_the_bundle()
+
 # The rest of the simulated phone.
 install(TARGETS NowPlayingArtLockScreen
     LIBRARY DESTINATION System/Library/SpringBoardPlugins/NowPlayingArtLockScreen.lockbundle)

@@ -33,7 +33,7 @@ set_source_files_properties(simulator/graphics/blur.cpp simulator/graphics/satur
     COMPILE_OPTIONS -O3 SKIP_PRECOMPILE_HEADERS ON)
 
 add_executable(springboard ${console_sources})
-target_link_libraries(springboard PRIVATE simulator preferences nlohmann_json::nlohmann_json PkgConfig::sdl)
+target_link_libraries(springboard PRIVATE simulator nlohmann_json::nlohmann_json PkgConfig::sdl)
 set_target_properties(springboard PROPERTIES ENABLE_EXPORTS ON)
 precompile_headers(springboard ${common_headers} <iostream> <nlohmann/json.hpp>)
 target_compile_definitions(springboard PRIVATE SOLVANE_VERSION="${PROJECT_VERSION}")
@@ -44,11 +44,15 @@ endforeach()
 add_executable(notifypost tools/notifypost/main.cpp)
 target_link_libraries(notifypost PRIVATE simulator)
 
-# The console writes the settings as the tool does.
-add_library(preferences OBJECT tools/solvane-settings/preferences.cpp)
-target_link_libraries(preferences PRIVATE platform)
-add_executable(solvane-settings tools/solvane-settings/main.cpp)
+# The Settings, an application beside SpringBoard.
+file(GLOB preferences_sources CONFIGURE_DEPENDS simulator/preferences/*.cpp)
+add_library(preferences OBJECT ${preferences_sources})
+target_link_libraries(preferences PUBLIC platform PkgConfig::pango)
+precompile_headers(preferences ${common_headers})
+
+add_executable(solvane-settings tools/solvane-settings/main.cpp tools/solvane-settings/options.cpp)
 target_link_libraries(solvane-settings PRIVATE simulator preferences)
+set_target_properties(solvane-settings PROPERTIES ENABLE_EXPORTS ON)
 
 # A program for another processor is started by a script of its name, which has the emulator run it.
 if(CMAKE_CROSSCOMPILING_EMULATOR)

@@ -23,5 +23,8 @@ CFNotificationCenterRef CFNotificationCenterGetDarwinNotifyCenter(void);
 /// The callback is called on the main thread.
 void CFNotificationCenterAddObserver(CFNotificationCenterRef center, const void* observer, CFNotificationCallback callback,
                                      NSString* name, const void* object, CFNotificationSuspensionBehavior suspensionBehavior);
+/// Of a Darwin notification, the name alone arrives.
+void CFNotificationCenterPostNotification(CFNotificationCenterRef center, NSString* name, const void* object,
+                                          NSDictionary* userInfo, unsigned char deliverImmediately);
 }
 #pragma GCC visibility pop

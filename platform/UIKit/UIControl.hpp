@@ -11,6 +11,7 @@ enum UIControlEvents : NSUInteger {
     UIControlEventTouchUpInside = 1 << 6,
     UIControlEventTouchUpOutside = 1 << 7,
     UIControlEventTouchCancel = 1 << 8,
+    UIControlEventEditingDidEnd = 1 << 18,
 };
 
 enum UIControlState : NSUInteger {

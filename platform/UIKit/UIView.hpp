@@ -73,5 +73,7 @@ public:
         return send<"convertPoint:toView:", CGPoint>(this, point, view);
     }
     void addGestureRecognizer(UIGestureRecognizer* recognizer) { send<"addGestureRecognizer:">(this, recognizer); }
+    /// Ends the editing of a text field in it, which then tells of its text; `force` asks no delegate.
+    bool endEditing(bool force) { return send<"endEditing:", BOOL>(this, BOOL{force}) != NO; }
     NSArray* gestureRecognizers() const { return send<"gestureRecognizers", NSArray*>(this); }
 };

@@ -2,10 +2,10 @@
 
 #include "platform/runtime/objc.hpp"
 
-/// The object that a private instance variable of `object` holds, found by name at each call. The variable must exist: a
+/// The private instance variable of `object` that holds an object, found by name at each call. The variable must exist: a
 /// missing one is a fatal fault, since the runtime would give the object's class in its place.
 template <class T>
-inline T* instanceVariable(id object, const char* name)
+inline T*& instanceVariable(id object, const char* name)
 {
     const Ivar ivar = class_getInstanceVariable(object_getClass(object), name);
     if (ivar == nullptr)

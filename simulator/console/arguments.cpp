@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "platform/UIKit/UIWindow.hpp"
-#include "simulator/console/numbers.hpp"
+#include "simulator/files/numbers.hpp"
 #include "simulator/foundation/clock.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/springboard/SpringBoard.hpp"

@@ -2,7 +2,7 @@
 
 #include "simulator/console/BadLine.hpp"
 #include "simulator/console/arguments.hpp"
-#include "simulator/console/numbers.hpp"
+#include "simulator/files/numbers.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 #include "simulator/uikit/motion.hpp"
 #include "simulator/uikit/touch_input.hpp"

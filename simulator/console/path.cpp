@@ -8,7 +8,7 @@
 #include "platform/Foundation/NSDictionary.hpp"
 #include "simulator/console/BadLine.hpp"
 #include "simulator/console/invoke.hpp"
-#include "simulator/console/numbers.hpp"
+#include "simulator/files/numbers.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/loader/injection.hpp"
 #include "simulator/springboard/SpringBoard.hpp"

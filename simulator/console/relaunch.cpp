@@ -10,7 +10,7 @@
 #include <system_error>
 #include <unistd.h>
 
-#include "simulator/console/numbers.hpp"
+#include "simulator/files/numbers.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 
 namespace simulator {

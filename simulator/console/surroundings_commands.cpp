@@ -6,11 +6,11 @@
 
 #include "simulator/console/BadLine.hpp"
 #include "simulator/console/arguments.hpp"
-#include "simulator/console/numbers.hpp"
+#include "simulator/console/preferences_file.hpp"
+#include "simulator/files/numbers.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/surroundings.hpp"
 #include "simulator/services/darwin_notifications.hpp"
-#include "tools/solvane-settings/preferences.hpp"
 
 /// What surrounds the phone: time, weather, customs, settings, and what other processes tell it.
 

@@ -7,7 +7,7 @@
 #include <limits>
 
 #include "simulator/console/BadLine.hpp"
-#include "simulator/console/numbers.hpp"
+#include "simulator/files/numbers.hpp"
 #include "simulator/foundation/strings.hpp"
 
 extern "C" BOOL class_isMetaClass(Class cls);

@@ -11,6 +11,7 @@ void prepareFoundation()
     replaceTimeZone();
     replaceClock();
     replacePropertyListReading();
+    replaceFiles();
     replaceLocale();
     replaceNumberReading();
     replaceCalendars();

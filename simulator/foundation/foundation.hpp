@@ -6,12 +6,13 @@ namespace simulator {
 void prepareFoundation();
 
 /// The parts of it: the constant texts of the phone's libraries; the user's time zone, in which whatever follows counts; the
-/// clock; property lists read from the phone's file tree; the user's locale, numbers and calendar; dates as texts. Throws
-/// std::runtime_error for a TZ that nobody knows.
+/// clock; property lists read from the phone's file tree, and its other files; the user's locale, numbers and calendar; dates as
+/// texts. Throws std::runtime_error for a TZ that nobody knows.
 void addConstantTexts();
 void replaceTimeZone();
 void replaceClock();
 void replacePropertyListReading();
+void replaceFiles();
 void replaceLocale();
 void replaceNumberReading();
 void replaceCalendars();

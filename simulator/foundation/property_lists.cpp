@@ -7,6 +7,7 @@
 
 #include <unicode/ucnv.h>
 
+#include "platform/Foundation/NSData.hpp"
 #include "platform/runtime/AutoreleasePool.hpp"
 #include "simulator/files/whole_file.hpp"
 #include "simulator/foundation/foundation.hpp"
@@ -74,6 +75,12 @@ NSDictionary* dictionaryWithContentsOfFile(NSObject*, SEL, NSString* path)
     return path == nullptr ? nullptr : readPropertyList(onThisMachine(toUTF8(path)));
 }
 
+NSObject* propertyListWithData(NSObject*, SEL, NSData* data, NSUInteger, NSUInteger*, NSError**)
+{
+    const std::string_view bytes(send<"bytes", const char*>(data), send<"length", NSUInteger>(data));
+    return bytes.size() > mostBytes ? nullptr : propertyListIn(bytes);
+}
+
 } // namespace
 
 NSDictionary* readPropertyList(const std::filesystem::path& file)
@@ -111,6 +118,9 @@ void writePropertyList(NSDictionary* root, const std::filesystem::path& file)
 void replacePropertyListReading()
 {
     replaceMethod<"dictionaryWithContentsOfFile:">(metaclassOf(classNamed<"NSDictionary">()), &dictionaryWithContentsOfFile);
+    // Lists whose root is a dictionary alone: nobody here has others.
+    replaceMethod<"propertyListWithData:options:format:error:">(metaclassOf(classNamed<"NSPropertyListSerialization">()),
+                                                                &propertyListWithData);
 }
 
 } // namespace simulator

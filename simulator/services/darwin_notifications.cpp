@@ -212,7 +212,18 @@ std::vector<std::string> socketsIn(const std::filesystem::path& folder)
     return names;
 }
 
+std::function<void(const std::string&, const Posting&)>& postingObserver()
+{
+    static auto& observer = *new std::function<void(const std::string&, const Posting&)>;
+    return observer;
+}
+
 } // namespace
+
+void setPostingObserver(std::function<void(const std::string& name, const Posting& posting)> observer)
+{
+    postingObserver() = std::move(observer);
+}
 
 void openDarwinNotifications()
 {
@@ -292,5 +303,18 @@ void CFNotificationCenterAddObserver(CFNotificationCenterRef, const void* observ
                                      NSString* name, const void*, CFNotificationSuspensionBehavior)
 {
     simulator::observers().push_back({callback, name, const_cast<void*>(observer)});
+}
+
+void CFNotificationCenterPostNotification(CFNotificationCenterRef, NSString* name, const void*, NSDictionary*, unsigned char)
+{
+    const std::string text = simulator::toUTF8(name);
+    simulator::Posting posting;
+    try {
+        posting = simulator::postDarwinNotification(simulator::phoneRoot(), text);
+    } catch (const std::system_error& failure) {
+        posting.failures.emplace_back(failure.what());
+    }
+    if (simulator::postingObserver())
+        simulator::postingObserver()(text, posting);
 }
 }

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -37,5 +38,8 @@ inline constexpr std::chrono::seconds longestDelivery{20};
 /// it cannot be found out who listens.
 Posting postDarwinNotification(const std::filesystem::path& root, const std::string& name,
                                std::chrono::milliseconds patience = longestDelivery);
+
+/// Called with what became of each notification that this process posts as a phone's does, which tells the poster nothing.
+void setPostingObserver(std::function<void(const std::string& name, const Posting& posting)> observer);
 
 } // namespace simulator

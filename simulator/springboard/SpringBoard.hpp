@@ -6,20 +6,13 @@
 #include "platform/Foundation/NSString.hpp"
 #include "platform/SpringBoard/SBLockScreen.hpp"
 #include "simulator/graphics/Bitmap.hpp"
+#include "simulator/uikit/ScreenSize.hpp"
 
 class BBBulletin;
 class UIWindow;
 
 /// SpringBoard itself: its window and its lock screen.
 namespace simulator {
-
-struct ScreenSize {
-    /// In points.
-    CGFloat width = 320;
-    CGFloat height = 568;
-    /// Pixels per point.
-    double scale = 2;
-};
 
 /// Registers SpringBoard's and UIKit's classes and makes the application, its screen and its window. To be called once,
 /// before any library is injected.

@@ -1,4 +1,4 @@
-#include "platform/UIKit/UIWindow.hpp"
+#include "simulator/uikit/UIWindow.hpp"
 
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/uikit/uikit.hpp"
@@ -16,7 +16,23 @@ UIWindow* window(UIWindow* self, SEL)
     return self;
 }
 
+UIWindow*& namedWindow()
+{
+    static UIWindow* window = nullptr;
+    return window;
+}
+
 } // namespace
+
+UIWindow* keyWindow()
+{
+    return namedWindow();
+}
+
+void setKeyWindow(UIWindow* window)
+{
+    namedWindow() = window;
+}
 
 void registerUIWindow()
 {

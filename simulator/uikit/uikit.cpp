@@ -17,6 +17,9 @@ void registerUIKit()
     registerUIImageView();
     registerUIControl();
     registerUIButton();
+    registerUITextField();
+    registerUIKeyboard();
+    registerUIAlertView();
     registerUIGestureRecognizer();
     registerUITapGestureRecognizer();
     registerUISwipeGestureRecognizer();

@@ -7,6 +7,7 @@
 #include "platform/runtime/dlopen.hpp"
 #include "tests/platform/RecordedInterface.hpp"
 #include "tests/support/MorningPhone.hpp"
+#include "tests/support/SettingsPage.hpp"
 #include "tests/support/list_items.hpp"
 #include "tests/support/panel.hpp"
 #include "tests/support/runtime_calls.hpp"
@@ -124,7 +125,7 @@ const std::vector<Unrecorded>& unrecordedNames()
         {"UIView",
          documented,
          {"drawRect:", "drawLayer:inContext:", "clipsToBounds", "backgroundColor", "didMoveToSuperview",
-          "pointInside:withEvent:", "autoresizingMask", "setAutoresizingMask:", "layerClass"}},
+          "pointInside:withEvent:", "autoresizingMask", "setAutoresizingMask:", "layerClass", "endEditing:"}},
         {"WeatherLocationManager", property, {"isLocationTrackingActive"}},
         {"WeatherPreferences", property, {"isLocalWeatherEnabled"}},
         {"_UIBackdropView", property, {"blurQuality", "blursWithHardEdges", "blurHardEdges", "blurRadius", "blurRadiusSetOnce"}},
@@ -247,6 +248,18 @@ TEST_F(RecordedClasses, HaveAllThatTheDesksHave)
         lines += difference + '\n';
     EXPECT_THAT(comparison.differences, IsEmpty()) << lines;
     EXPECT_GT(compared, 40U);
+}
+
+TEST(RecordedClassesOfTheSettings, HaveAllThatTheDesksHave)
+{
+    const SettingsPage settings;
+    Comparison comparison(simulator::phoneSystem());
+    for (const char* name : {"PSSpecifier", "PSViewController", "PSListController"})
+        comparison.compare(name);
+    std::string lines;
+    for (const std::string& difference : comparison.differences)
+        lines += difference + '\n';
+    EXPECT_THAT(comparison.differences, IsEmpty()) << lines;
 }
 
 namespace {

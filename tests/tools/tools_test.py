@@ -72,13 +72,21 @@ def try_settings(springboard, settings, tree, folder):
     phone.stdin.flush()
     check("unless it is relaunched", phone.stdout.readline() == '"Good morning, Eve."\n')
     check("which ends well", phone.wait(60) == 0)
+    check("it says that nobody is there to relaunch", "no SpringBoard runs" in tool("relaunch").stderr)
 
     check("it forgets the name", tool("forget").returncode == 0 and plistlib.loads(preferences.read_bytes()) == {"Other": 7})
     (preferences.parent / f"{preferences.name}.4000000").write_bytes(b"half of a list")
     preferences.write_bytes(b"{Name=" + 100_000 * b"(")
+    damaged = preferences.read_bytes()
+    kept = pathlib.Path(f"{preferences}.damaged-1")
     check("preferences that no phone can read are none", tool("show").stdout.startswith("Pal"))
-    check("and are replaced", tool("name", "Ana").returncode == 0 and plistlib.loads(preferences.read_bytes()) == {"Name": "Ana"})
-    check("with what a killed writer left", [file.name for file in preferences.parent.iterdir()] == [preferences.name])
+    replaced = tool("name", "Ana")
+    check("and are replaced", replaced.returncode == 0 and plistlib.loads(preferences.read_bytes()) == {"Name": "Ana"})
+    check("and kept beside", kept.read_bytes() == damaged and "damaged" in replaced.stderr and kept.name in replaced.stderr)
+    check("with what a killed writer left", sorted(file.name for file in preferences.parent.iterdir()) == [preferences.name, kept.name])
+    picture = folder / "page.png"
+    check("it draws the page", tool("--screenshot", picture, "--screen", "375x667@2").returncode == 0
+          and struct.unpack(">II", picture.read_bytes()[16:24]) == (750, 1334))
     wrong = tool("name", b"\xff\xfe")
     check("it refuses a name that is not UTF-8", wrong.returncode == 2 and "UTF-8" in wrong.stderr and "bug-gnustep" not in wrong.stderr)
     check("it says when it cannot print", tool("show", stdout="/dev/full").returncode == 1)
@@ -87,7 +95,8 @@ def try_settings(springboard, settings, tree, folder):
     unwritten = tool("name", "Ana")
     check("it says why a file cannot be written", unwritten.returncode == 1 and "Not a directory" in unwritten.stderr)
     for words in (["--root", root], ["--root", root, "name"], ["--root", root, "rename", "Ana"], ["name", "Ana"],
-                  ["--root", folder / "nowhere", "show"], ["--root", root, "show", "--respring"]):
+                  ["--root", folder / "nowhere", "show"], ["--root", root, "show", "--respring"],
+                  ["--root", root, "--screenshot"], ["--root", root, "show", "--screen", "0x0"]):
         wrong = run(settings, *words)
         check(f"it refuses {len(words)} odd words and says how to use it", wrong.returncode == 2 and "usage:" in wrong.stderr)
 

@@ -1,86 +1,106 @@
 #include <cstdio>
 #include <exception>
-#include <filesystem>
 #include <iostream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/Foundation/NSDictionary.hpp"
 #include "platform/runtime/AutoreleasePool.hpp"
 #include "simulator/foundation/phone_root.hpp"
-#include "simulator/foundation/property_lists.hpp"
 #include "simulator/foundation/strings.hpp"
+#include "simulator/foundation/system_log.hpp"
+#include "simulator/preferences/PSListController.hpp"
+#include "simulator/preferences/Settings.hpp"
 #include "simulator/services/darwin_notifications.hpp"
-#include "tools/solvane-settings/preferences.hpp"
+#include "simulator/uikit/UIAlertView.hpp"
+#include "tools/solvane-settings/options.hpp"
 
-/// `solvane-settings --root DIR ...` is the settings pane of the phone on that root folder: it writes the preferences file and
-/// tells SpringBoard.
+/// `solvane-settings --root DIR ...` is the phone's Settings on that root folder: it opens the page that is installed there and
+/// does on it what a person would.
 
 namespace simulator {
 
 namespace {
 
-constexpr const char* usage = "usage: solvane-settings --root DIR name TEXT [--respring]\n"
-                              "       solvane-settings --root DIR forget [--respring]\n"
-                              "       solvane-settings --root DIR show\n"
-                              "\n"
-                              "  name TEXT   the name that the greetings use\n"
-                              "  forget      no name: the greetings say Pal\n"
-                              "  show        prints the name\n"
-                              "  --respring  relaunches SpringBoard, so that the greetings are made anew\n";
+/// What a person would see went wrong, as it happens.
+class Observations {
+public:
+    Observations()
+    {
+        setPostingObserver([this](const std::string& name, const Posting& posting) {
+            if (posting.reached == 0 && posting.failures.empty())
+                std::cerr
+                    << "solvane-settings: no SpringBoard runs on this root: the next one reads the settings when it starts\n";
+            for (const std::string& failure : posting.failures)
+                std::cerr << "solvane-settings: not everybody was told " << name << ": " << failure << '\n';
+            allWasTold_ = allWasTold_ && posting.failures.empty();
+        });
+    }
+    Observations(const Observations&) = delete;
+    Observations& operator=(const Observations&) = delete;
+    ~Observations() { setPostingObserver({}); }
 
-int fail(const std::string& what)
+    bool allWasTold() const { return allWasTold_; }
+
+private:
+    bool allWasTold_ = true;
+};
+
+/// Prints the alerts on the screen.
+void printAlerts()
 {
-    std::cerr << "solvane-settings: " << what << "\n\n" << usage;
-    return 2;
+    for (UIAlertView* alert : shownAlerts())
+        std::cerr << "solvane-settings: " << toUTF8(alert->title()) << ": " << toUTF8(alert->message()) << '\n';
+}
+
+/// Edits the name; whether the page shows it afterwards.
+bool editName(PSListController* page, const std::string& name)
+{
+    PSTableCell* const cell = cellOf(page, constantString<"Name">());
+    UITextField* const field = fieldOf(cell);
+    field->becomeFirstResponder();
+    field->setText(toNSString(name));
+    field->resignFirstResponder();
+    refreshValue(cell);
+    return shownValue(cell) == name;
+}
+
+/// Presses the button and agrees.
+void relaunch(PSListController* page)
+{
+    pressCell(cellOf(page, constantString<"Relaunch">()));
+    send<"sendActionsForControlEvents:">(buttonsOf(shownAlerts().back()).back().get(), UIControlEventTouchUpInside);
+}
+
+void showName(PSListController* page)
+{
+    const std::string name = shownValue(cellOf(page, constantString<"Name">()));
+    std::cout << (name.empty() ? "Pal (no name is set)" : name) << '\n';
 }
 
 /// Gives the exit status.
-int tellSpringBoard(bool respring)
+int run(const SettingsOptions& options)
 {
-    Posting posting = postDarwinNotification(phoneRoot(), "loadSolvaneS");
-    if (posting.reached == 0 && posting.failures.empty())
-        std::cerr << "solvane-settings: no SpringBoard runs on this root: the next one reads the settings when it starts\n";
-    if (respring && posting.failures.empty())
-        posting = postDarwinNotification(phoneRoot(), "RespringSV");
-    for (const std::string& failure : posting.failures)
-        std::cerr << "solvane-settings: the settings are written, but not everybody was told: " << failure << '\n';
-    return posting.failures.empty() ? 0 : 1;
-}
-
-void showName()
-{
-    NSDictionary* const settings = readPropertyList(onThisMachine(preferencesFile));
-    NSObject* const name = settings->objectForKey(constantString<"Name">());
-    std::cout << (name == nullptr ? "Pal (no name is set)" : toUTF8(name->description())) << '\n';
-}
-
-int run(std::vector<std::string> words)
-{
-    const bool respring = std::erase(words, "--respring") != 0;
-    if (words.size() < 3 || words[0] != "--root")
-        return fail("a root folder and a command are needed");
-    std::error_code failure;
-    if (!std::filesystem::is_directory(std::filesystem::path(words[1]) / "Library", failure))
-        return fail(words[1] + " is not a phone's file tree");
-    setPhoneRoot(words[1]);
-
-    const std::string& command = words[2];
-    if (command == "show" && words.size() == 3 && !respring) {
-        showName();
-        return 0;
-    }
-    if (command == "name" && words.size() == 4 && !isUTF8(words[3]))
-        return fail("the name is not UTF-8");
-    if (command == "name" && words.size() == 4)
-        writePreferredName(words[3]);
-    else if (command == "forget" && words.size() == 3)
-        writePreferredName(std::nullopt);
-    else
-        return fail("this is no command: " + command);
-    return tellSpringBoard(respring);
+    setPhoneRoot(options.root);
+    openSystemLog();
+    launchSettings(options.screen);
+    PSListController* const page = openPage("Solvane");
+    const Observations observations;
+    bool isDone = true;
+    const std::string command = options.command.empty() ? "" : options.command[0];
+    if (command == "show")
+        showName(page);
+    else if (command == "name")
+        isDone = editName(page, options.command[1]);
+    else if (command == "forget")
+        isDone = editName(page, "");
+    if (command == "relaunch" || (options.respring && isDone && observations.allWasTold()))
+        relaunch(page);
+    printAlerts();
+    if (options.picture)
+        settingsPicture()->writePNG(*options.picture);
+    return isDone && observations.allWasTold() ? 0 : 1;
 }
 
 } // namespace
@@ -90,15 +110,18 @@ int run(std::vector<std::string> words)
 int main(int count, char** words)
 {
     if (count == 2 && std::string_view(words[1]) == "--help") {
-        std::cout << simulator::usage;
+        std::cout << simulator::settingsUsage;
         return 0;
     }
     const AutoreleasePool pool;
     try {
-        const int status = simulator::run({words + 1, words + count});
+        const int status = simulator::run(simulator::readSettingsOptions({words + 1, words + count}));
         if (!std::cout.flush())
             throw std::runtime_error("standard output cannot be written");
         return status;
+    } catch (const std::invalid_argument& error) {
+        std::cerr << "solvane-settings: " << error.what() << "\n\n" << simulator::settingsUsage;
+        return 2;
     } catch (const std::exception& error) {
         std::cerr << "solvane-settings: " << error.what() << '\n';
     } catch (...) {

@@ -1,4 +1,4 @@
-#include "tools/solvane-settings/preferences.hpp"
+#include "simulator/console/preferences_file.hpp"
 
 #include "platform/Foundation/NSDictionary.hpp"
 #include "simulator/foundation/phone_root.hpp"
