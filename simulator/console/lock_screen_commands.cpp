@@ -68,12 +68,12 @@ void removeItem(Console&, Words arguments)
 
 void addCard(Console&, Words arguments)
 {
-    addListItem(cardItem(toNSString(arguments[0]), optionalText(arguments, 1)));
+    receiveCard(toNSString(arguments[0]), optionalText(arguments, 1));
 }
 
 void addAlert(Console&, Words arguments)
 {
-    addListItem(systemAlertItem(toNSString(arguments[0]), optionalText(arguments, 1)));
+    receiveAlert(toNSString(arguments[0]), optionalText(arguments, 1));
 }
 
 void addUnknown(Console&, Words)

@@ -1,10 +1,9 @@
+#include "simulator/springboard/SBLockScreenNotificationListController.hpp"
+
 #include <algorithm>
 #include <vector>
 
-#include "platform/Foundation/NSArray.hpp"
-#include "platform/SpringBoard/SBLockScreen.hpp"
 #include "platform/runtime/ClassBuilder.hpp"
-#include "platform/runtime/each.hpp"
 #include "simulator/foundation/phone_system.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/bulletins.hpp"
@@ -13,7 +12,8 @@
 #include "simulator/springboard/springboard_classes.hpp"
 
 /// The stock controller: the bulletin board tells it of notifications, it makes items of them, keeps these newest first, and
-/// tells its view. An item is in the list when the method that adds it returns, and not before it is called.
+/// tells its view. Cards and alerts have a file of their own. An item is in the list when the method that adds it returns, and
+/// not before it is called.
 
 namespace simulator {
 
@@ -21,16 +21,12 @@ namespace {
 
 using Controller = SBLockScreenNotificationListController;
 using ListView = SBLockScreenNotificationListView;
+using Notification = SBAwayBulletinListItem;
 
 struct ControllerIvars {
     Strong<ListView> _notificationView;
     Strong<NSMutableArray> _listItems;
 };
-
-NSMutableArray* itemsOf(Controller* self)
-{
-    return ivarsOf<ControllerIvars>(self)._listItems;
-}
 
 ListView* viewOf(Controller* self)
 {
@@ -134,28 +130,16 @@ void clearItemsForNotificationCenter(Controller* self, SEL)
 
 // What the bulletin board tells
 
-/// The first notification of the list that does; nil when none does.
-template <class Condition>
-SBAwayBulletinListItem* firstNotification(Controller* self, const Condition& holds)
-{
-    for (NSObject* item : each<NSObject>(itemsOf(self))) {
-        auto* const notification = static_cast<SBAwayBulletinListItem*>(item);
-        if (item->isKindOfClass(classNamed<"SBAwayBulletinListItem">()) && holds(notification))
-            return notification;
-    }
-    return nullptr;
-}
-
 /// The item that takes the bulletin in; nil when it gets one of its own.
-SBAwayBulletinListItem* itemThatTakesIn(Controller* self, SEL, BBBulletin* bulletin)
+Notification* itemThatTakesIn(Controller* self, SEL, BBBulletin* bulletin)
 {
-    return firstNotification(
-        self, [bulletin](SBAwayBulletinListItem* item) { return send<"canCoalesceWithBulletin:", BOOL>(item, bulletin) != NO; });
+    return firstItem<Notification, "SBAwayBulletinListItem">(
+        self, [bulletin](Notification* item) { return send<"canCoalesceWithBulletin:", BOOL>(item, bulletin) != NO; });
 }
 
-SBAwayBulletinListItem* itemWith(Controller* self, BBBulletin* bulletin)
+Notification* itemWith(Controller* self, BBBulletin* bulletin)
 {
-    return firstNotification(self, [bulletin](SBAwayBulletinListItem* item) {
+    return firstItem<Notification, "SBAwayBulletinListItem">(self, [bulletin](Notification* item) {
         bool holds = false;
         for (BBBulletin* own : each<BBBulletin>(send<"bulletins", NSArray*>(item)))
             holds |= areTheSame(own, bulletin);
@@ -163,16 +147,31 @@ SBAwayBulletinListItem* itemWith(Controller* self, BBBulletin* bulletin)
     });
 }
 
+/// The caller's own, as all that a method of such a name gives.
+template <class... PlaysLightsAndSirens>
+NSObject* newItemForBulletin(Controller*, SEL, BBBulletin* bulletin, PlaysLightsAndSirens...)
+{
+    NSObject* const item = newListItem(classNamed<"SBAwayBulletinListItem">()).leak();
+    return send<"initWithBulletin:andObserver:", NSObject*>(item, bulletin, id{});
+}
+
+Owned<NSObject> itemFor(Controller* self, BBBulletin* bulletin)
+{
+    if (phoneSystem() < System::v8_1)
+        return adopt(newItemForBulletin(self, nullptr, bulletin));
+    if (phoneSystem() < System::v8_4)
+        return adopt(send<"_newItemForBulletin:", NSObject*>(self, bulletin));
+    return adopt(send<"_newItemForBulletin:shouldPlayLightsAndSirens:", NSObject*>(self, bulletin, YES));
+}
+
 void addBulletin(Controller* self, BBBulletin* bulletin)
 {
-    if (SBAwayBulletinListItem* const item = itemThatTakesIn(self, nullptr, bulletin)) {
+    if (Notification* const item = itemThatTakesIn(self, nullptr, bulletin)) {
         send<"addBulletin:">(item, bulletin);
         send<"_updateModelAndViewForModificationOfItem:">(self, item);
         return;
     }
-    const Owned<NSObject> item = newListItem(classNamed<"SBAwayBulletinListItem">());
-    send<"initWithBulletin:andObserver:", id>(item.get(), bulletin, id{});
-    self->_updateModelAndViewForAdditionOfItem(item);
+    self->_updateModelAndViewForAdditionOfItem(itemFor(self, bulletin));
 }
 
 void observer_addBulletin_forFeed(Controller* self, SEL, NSObject*, BBBulletin* bulletin, NSUInteger)
@@ -188,7 +187,7 @@ void observer_addBulletin_forFeed_playLightsAndSirens_withReply(Controller* self
 
 void observer_modifyBulletin(Controller* self, SEL, NSObject*, BBBulletin* bulletin)
 {
-    SBAwayBulletinListItem* const item = itemWith(self, bulletin);
+    Notification* const item = itemWith(self, bulletin);
     if (item == nullptr)
         return;
     send<"modifyBulletin:">(item, bulletin);
@@ -198,7 +197,7 @@ void observer_modifyBulletin(Controller* self, SEL, NSObject*, BBBulletin* bulle
 /// An item goes with its last bulletin.
 void observer_removeBulletin(Controller* self, SEL, NSObject*, BBBulletin* bulletin)
 {
-    SBAwayBulletinListItem* const item = itemWith(self, bulletin);
+    Notification* const item = itemWith(self, bulletin);
     if (item == nullptr)
         return;
     if (send<"bulletins", NSArray*>(item)->count() == 1) {
@@ -224,6 +223,11 @@ void setInScreenOffMode(Controller* self, SEL, BOOL isOff)
 
 } // namespace
 
+NSMutableArray* itemsOf(Controller* controller)
+{
+    return ivarsOf<ControllerIvars>(controller)._listItems;
+}
+
 void registerSBLockScreenNotificationListController()
 {
     const Class controller = ClassBuilder<ControllerIvars>("SBLockScreenNotificationListController", "UIViewController")
@@ -243,6 +247,8 @@ void registerSBLockScreenNotificationListController()
                                  .method<"prepareForTeardown">(prepareForTeardown)
                                  .method<"setInScreenOffMode:">(setInScreenOffMode)
                                  .registerClass();
+    addCards(controller);
+    addAlerts(controller);
     if (phoneSystem() < System::v8_1) {
         addMethod<"_sortListItems">(controller, &sortListItems);
         addMethod<"_listItemForNewBulletin:">(controller, &itemThatTakesIn);
@@ -250,6 +256,10 @@ void registerSBLockScreenNotificationListController()
     } else {
         addMethod<"_sortItemList:">(controller, &sortItemList);
         addMethod<"_coalescableListItemForNewBulletin:">(controller, &itemThatTakesIn);
+        if (phoneSystem() < System::v8_4)
+            addMethod<"_newItemForBulletin:">(controller, &newItemForBulletin<>);
+        else
+            addMethod<"_newItemForBulletin:shouldPlayLightsAndSirens:">(controller, &newItemForBulletin<BOOL>);
         addMethod<"observer:addBulletin:forFeed:playLightsAndSirens:withReply:">(
             controller, &observer_addBulletin_forFeed_playLightsAndSirens_withReply);
     }

@@ -41,6 +41,10 @@ void addListItem(NSObject* item);
 
 /// The bulletin board tells the lock screen's controller of a bulletin. There must be a lock screen.
 void receiveBulletin(BBBulletin* bulletin);
+/// An application tells it of a card: one of an identifier that the list has already is updated.
+void receiveCard(NSString* identifier, NSString* title);
+/// The system tells it of an alert.
+void receiveAlert(NSString* title, NSString* message);
 /// An item of the list gets other texts: the latest bulletin of a notification, a card's title, an alert's texts. False for an
 /// item that has none.
 bool modifyListItem(NSObject* item, NSString* title, NSString* message);

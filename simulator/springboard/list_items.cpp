@@ -1,7 +1,7 @@
 #include "simulator/springboard/list_items.hpp"
 
 #include "platform/UIKit/UIScreen.hpp"
-#include "platform/runtime/ClassBuilder.hpp"
+#include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 #include "simulator/springboard/applications.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
@@ -23,7 +23,13 @@ struct CardItemIvars {
     Strong<UIImage> _cardThumbnail;
 };
 
+struct AlertState {
+    Owned<NSString> title;
+    Owned<NSString> message;
+};
+
 struct AlertItemIvars {
+    Strong<SBAlertItem> _currentAlert;
     Strong<NSString> _title;
     Strong<UIImage> _appImage;
     Strong<NSString> _message;
@@ -54,6 +60,26 @@ NSString* cardTitle(NSObject* self, SEL)
 NSString* cardBody(NSObject* self, SEL)
 {
     return send<"body", NSString*>(ivarsOf<CardItemIvars>(self)._cardItem.get());
+}
+
+void setCardItem(NSObject* self, SEL, SBSCardItem* card)
+{
+    ivarsOf<CardItemIvars>(self)._cardItem = card;
+}
+
+void setCardThumbnail(NSObject* self, SEL, UIImage* thumbnail)
+{
+    ivarsOf<CardItemIvars>(self)._cardThumbnail = thumbnail;
+}
+
+NSObject* initWithSystemAlert(NSObject* self, SEL, SBAlertItem* alert)
+{
+    auto& item = ivarsOf<AlertItemIvars>(self);
+    item._currentAlert = alert;
+    item._title = send<"simulator_title", NSString*>(alert);
+    item._message = send<"simulator_message", NSString*>(alert);
+    item._appImage = rowIcon(nullptr);
+    return self;
 }
 
 ListItemRow rowOfCard(NSObject* item)
@@ -117,25 +143,43 @@ Owned<NSObject> newListItem(Class cls)
     return item;
 }
 
-Owned<NSObject> cardItem(NSString* identifier, NSString* title)
+Owned<SBSCardItem> newCard(NSString* identifier, NSString* title)
+{
+    const NSString* const none = nullptr;
+    return adopt(send<"initWithIdentifier:iconData:title:body:requiresPasscode:bundleName:userInfo:", SBSCardItem*>(
+        send<"alloc", id>(classNamed<"SBSCardItem">()), identifier, id{}, title, none, NO, none, id{}));
+}
+
+Owned<SBAlertItem> newAlert(NSString* title, NSString* message)
+{
+    Owned<SBAlertItem> alert = adopt(send<"new", SBAlertItem*>(classNamed<"SBAlertItem">()));
+    ivarsOf<AlertState>(alert.get()) = {title, message};
+    return alert;
+}
+
+Owned<NSObject> listItemOf(SBSCardItem* card)
 {
     Owned<NSObject> item = newListItem(classNamed<"SBAwayCardListItem">());
-    auto& ivars = ivarsOf<CardItemIvars>(item.get());
-    const NSString* const none = nullptr;
-    ivars._cardItem = adopt(send<"initWithIdentifier:iconData:title:body:requiresPasscode:bundleName:userInfo:", SBSCardItem*>(
-        send<"alloc", id>(classNamed<"SBSCardItem">()), identifier, id{}, title, none, NO, none, id{}));
-    ivars._cardThumbnail = rowIcon(nullptr);
+    send<"setCardItem:">(item.get(), card);
+    send<"setCardThumbnail:">(item.get(), rowIcon(nullptr));
     return item;
+}
+
+Owned<NSObject> listItemOf(SBAlertItem* alert)
+{
+    Owned<NSObject> item = newListItem(classNamed<"SBAwaySystemAlertItem">());
+    send<"initWithSystemAlert:", id>(item.get(), alert);
+    return item;
+}
+
+Owned<NSObject> cardItem(NSString* identifier, NSString* title)
+{
+    return listItemOf(newCard(identifier, title));
 }
 
 Owned<NSObject> systemAlertItem(NSString* title, NSString* message)
 {
-    Owned<NSObject> item = newListItem(classNamed<"SBAwaySystemAlertItem">());
-    auto& ivars = ivarsOf<AlertItemIvars>(item.get());
-    ivars._title = title;
-    ivars._message = message;
-    ivars._appImage = rowIcon(nullptr);
-    return item;
+    return listItemOf(newAlert(title, message));
 }
 
 Owned<NSObject> unknownItem()
@@ -164,14 +208,24 @@ void registerListItems()
         .ivar<&CardItemIvars::_cardItem>("_cardItem")
         .ivar<&CardItemIvars::_cardThumbnail>("_cardThumbnail")
         .method<"cardItem">(object<CardItemIvars, &CardItemIvars::_cardItem>)
+        .method<"setCardItem:">(setCardItem)
+        .method<"setCardThumbnail:">(setCardThumbnail)
         .method<"cardThumbnail">(object<CardItemIvars, &CardItemIvars::_cardThumbnail>)
         .method<"title">(cardTitle)
         .method<"body">(cardBody)
         .registerClass();
+    // What its own methods are is in no table.
+    SimulatedClass<AlertState>("SBAlertItem", "NSObject")
+        .readOnly<&AlertState::title>("simulator_title")
+        .readOnly<&AlertState::message>("simulator_message")
+        .registerClass();
     ClassBuilder<AlertItemIvars>("SBAwaySystemAlertItem", "SBAwayListItem")
+        .ivar<&AlertItemIvars::_currentAlert>("_currentAlert")
         .ivar<&AlertItemIvars::_title>("_title")
         .ivar<&AlertItemIvars::_appImage>("_appImage")
         .ivar<&AlertItemIvars::_message>("_message")
+        .method<"initWithSystemAlert:">(initWithSystemAlert)
+        .method<"currentAlert">(object<AlertItemIvars, &AlertItemIvars::_currentAlert>)
         .method<"title">(object<AlertItemIvars, &AlertItemIvars::_title>)
         .method<"message">(object<AlertItemIvars, &AlertItemIvars::_message>)
         .method<"iconImage">(object<AlertItemIvars, &AlertItemIvars::_appImage>)

@@ -6,6 +6,9 @@
 #include "platform/runtime/Owned.hpp"
 #include "platform/runtime/Strong.hpp"
 
+/// What the system asks or tells its user.
+class SBAlertItem : public NSObject {};
+
 namespace simulator {
 
 /// The instance variables of SBAwayListItem.
@@ -28,6 +31,15 @@ ListItemRow rowOfBulletins(NSObject* item);
 
 /// An item of that class, made now.
 Owned<NSObject> newListItem(Class cls);
+
+/// A card, such as a boarding pass, as an application hands one to SpringBoard.
+Owned<SBSCardItem> newCard(NSString* identifier, NSString* title);
+/// An alert of the system.
+Owned<SBAlertItem> newAlert(NSString* title, NSString* message);
+
+/// New items for the two.
+Owned<NSObject> listItemOf(SBSCardItem* card);
+Owned<NSObject> listItemOf(SBAlertItem* alert);
 
 /// The icon of an application in a row, or the generic one.
 UIImage* rowIcon(NSString* bundleIdentifier);

@@ -75,6 +75,18 @@ TEST(ModifyCommand, GivesACardAnotherTitle)
                 ElementsAre(1, "Train", "pass.1"));
 }
 
+TEST(CardCommand, UpdatesACardThatTheListHas)
+{
+    EXPECT_THAT(answers("card pass.1 Ferry\ncard pass.2 Train\ncard pass.1 Boat\n" + items +
+                        "show controller._listItems[1].title\nshow appsView.iconImgViews.count\n"),
+                ElementsAre(2, "Boat", 2));
+}
+
+TEST(AlertCommand, GivesEachAlertAnItem)
+{
+    EXPECT_THAT(answers("alert Low\nalert Low\n" + items), ElementsAre(2));
+}
+
 TEST(ModifyCommand, RefusesAnItemWithoutTexts)
 {
     EXPECT_THAT(complaintOf("unknown\nmodify 0 Ana"), HasSubstr("item 0 has no texts"));

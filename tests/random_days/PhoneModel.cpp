@@ -208,6 +208,12 @@ void PhoneModel::add(const Item& item, const std::vector<std::string>& words)
     for (std::size_t i = 0; i < words.size(); ++i)
         line += i == 0 ? words[i] : ' ' + word(words[i]);
     command(line);
+    // A card that is in the list already is only updated.
+    const auto isThatCard = [&](const Item& other) {
+        return other.kind == Item::Kind::card && other.identifier == item.identifier;
+    };
+    if (item.kind == Item::Kind::card && std::ranges::any_of(panel_->items, isThatCard))
+        return;
     // Newest first, by the clock; what came last before what is as new.
     const auto place = std::ranges::find_if(panel_->items, [&](const Item& other) { return other.arrival <= now_; });
     panel_->items.insert(place, {item.kind, item.identifier, now_});

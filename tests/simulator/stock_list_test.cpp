@@ -2,7 +2,9 @@
 
 #include "platform/Foundation/NSArray.hpp"
 #include "platform/runtime/instance_variable.hpp"
+#include "simulator/foundation/phone_system.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
+#include "simulator/springboard/list_items.hpp"
 #include "tests/support/MorningPhone.hpp"
 #include "tests/support/list_items.hpp"
 
@@ -66,4 +68,104 @@ TEST_F(StockList, TakesAnotherItemInThePlaceOfOne)
     send<"_updateModelAndViewForReplacingItem:withNewItem:">(simulator::listController(), one.get(), other.get());
     EXPECT_EQ(items()->count(), 1U);
     EXPECT_EQ(items()->objectAtIndex(0), other.get());
+}
+
+namespace {
+
+/// What the controller is told, in order.
+std::vector<std::string>& told()
+{
+    static std::vector<std::string> messages;
+    return messages;
+}
+
+/// Notes each message of that name that the controller gets, before it is carried out.
+template <FixedString Name, class Result, class... Arguments>
+void note()
+{
+    static Result (*previous)(NSObject*, SEL, Arguments...);
+    previous = simulator::replaceMethod<Name>(
+        objc_getClass("SBLockScreenNotificationListController"), +[](NSObject* self, SEL message, Arguments... arguments) {
+            told().emplace_back(Name.text);
+            return previous(self, message, arguments...);
+        });
+}
+
+constexpr const char* addition = "_updateModelAndViewForAdditionOfItem:";
+constexpr const char* modification = "_updateModelAndViewForModificationOfItem:";
+constexpr const char* removal = "_updateModelAndViewForRemovalOfItem:";
+
+bool isSeven()
+{
+    return simulator::phoneSystem() < simulator::System::v8_1;
+}
+
+struct WhatTheControllerIsTold : StockList {
+    WhatTheControllerIsTold()
+    {
+        note<"activateCardItem:animated:", void, NSObject*, BOOL>();
+        note<"updateCardItem:", void, NSObject*>();
+        note<"deactivateCardItem:", void, NSObject*>();
+        note<"_updateModelAndViewForAdditionOfItem:", void, NSObject*>();
+        note<"_updateModelAndViewForModificationOfItem:", void, NSObject*>();
+        note<"_updateModelAndViewForRemovalOfItem:", void, NSObject*>();
+        if (isSeven()) {
+            note<"activateAlertItem:", BOOL, NSObject*>();
+            note<"deactivateAlertItem:", void, NSObject*>();
+        } else {
+            note<"activateAlertItem:animated:", BOOL, NSObject*, BOOL>();
+            note<"deactivateAlertItem:animated:", void, NSObject*, BOOL>();
+        }
+    }
+
+    static NSObject* first() { return items()->objectAtIndex(0); }
+};
+
+} // namespace
+
+TEST_F(WhatTheControllerIsTold, OfACard)
+{
+    simulator::receiveCard(text("pass.1"), text("Ferry"));
+    simulator::modifyListItem(first(), text("Train"), nullptr);
+    simulator::receiveCard(text("pass.1"), text("Bus"));
+    simulator::removeListItem(first());
+    EXPECT_THAT(told(), ElementsAre("activateCardItem:animated:", addition, "updateCardItem:", modification,
+                                    "activateCardItem:animated:", modification, "deactivateCardItem:", removal));
+    EXPECT_EQ(items()->count(), 0U);
+}
+
+TEST_F(WhatTheControllerIsTold, OfAnAlert)
+{
+    simulator::receiveAlert(text("Low Battery"), nullptr);
+    simulator::removeListItem(first());
+    if (isSeven())
+        EXPECT_THAT(told(), ElementsAre("activateAlertItem:", addition, "deactivateAlertItem:", removal));
+    else
+        EXPECT_THAT(told(), ElementsAre("activateAlertItem:animated:", addition, "deactivateAlertItem:animated:", removal));
+}
+
+TEST_F(WhatTheControllerIsTold, OfACardOrAnAlertThatTheListLacksChangesNothing)
+{
+    simulator::receiveCard(text("pass.1"), text("Ferry"));
+    simulator::receiveAlert(text("Low Battery"), nullptr);
+    const auto card = simulator::newCard(text("pass.2"), nullptr);
+    const auto alert = simulator::newAlert(text("Low Battery"), nullptr);
+    told().clear();
+    send<"updateCardItem:">(simulator::listController(), card.get());
+    send<"deactivateCardItem:">(simulator::listController(), card.get());
+    if (isSeven())
+        send<"deactivateAlertItem:">(simulator::listController(), alert.get());
+    else
+        send<"deactivateAlertItem:animated:">(simulator::listController(), alert.get(), NO);
+    EXPECT_THAT(told(), testing::Each(testing::Not(testing::HasSubstr("_updateModel"))));
+    EXPECT_EQ(items()->count(), 2U);
+}
+
+TEST_F(StockList, MakesTheItemOfABulletinByTheMethodOfItsSystem)
+{
+    const Class controller = objc_getClass("SBLockScreenNotificationListController");
+    const auto answers = [&](const char* name) { return class_getInstanceMethod(controller, sel_registerName(name)) != nullptr; };
+    const auto system = simulator::phoneSystem();
+    EXPECT_EQ(answers("_newItemForBulletin:"), system == simulator::System::v8_1);
+    EXPECT_EQ(answers("_newItemForBulletin:shouldPlayLightsAndSirens:"), system == simulator::System::v8_4);
 }
