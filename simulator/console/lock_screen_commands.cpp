@@ -9,6 +9,7 @@
 #include "simulator/files/numbers.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/services/event_store.hpp"
+#include "simulator/springboard/SBLockScreenView.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 #include "simulator/springboard/bulletins.hpp"
 
@@ -116,6 +117,11 @@ void showArt(Console&, Words)
     lockScreenView()->insertSubview_atIndex(art, 0);
 }
 
+void switchPasscodePage(Console&, Words arguments)
+{
+    showPasscodePage(lockScreenView(), chosen<bool>(arguments[0], {{"on", true}, {"off", false}}));
+}
+
 void addUnderlay(Console&, Words)
 {
     lockScreenView()->_addLockContentUnderlayWithRequester(listController());
@@ -142,6 +148,7 @@ std::span<const Command> lockScreenCommands()
         {"screen", "off | on", 1, 1, true, switchScreen},
         {"art", "", 0, 0, true, showArt},
         {"underlay", "", 0, 0, true, addUnderlay},
+        {"passcode", "on | off", 1, 1, true, switchPasscodePage},
     };
     return commands;
 }

@@ -1,10 +1,12 @@
-#include "platform/SpringBoard/SBLockScreen.hpp"
+#include "simulator/springboard/SBLockScreenView.hpp"
 
 #include <algorithm>
 
+#include "platform/Foundation/NSArray.hpp"
 #include "platform/Foundation/NSString.hpp"
 #include "platform/UIKit/UIImageView.hpp"
 #include "platform/UIKit/UIScreen.hpp"
+#include "platform/runtime/each.hpp"
 #include "simulator/graphics/pictures.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/geometry.hpp"
@@ -12,7 +14,7 @@
 #include "simulator/springboard/views.hpp"
 #include "simulator/uikit/UIImage.hpp"
 
-/// The stock lock screen: wallpaper, clock, "slide to unlock", and whatever its controllers put on top.
+/// The stock lock screen: wallpaper, clock, "slide to unlock", whatever its controllers put on top, and the passcode's page.
 
 namespace simulator {
 
@@ -23,8 +25,12 @@ struct AlertViewState {};
 struct LockScreenIvars {
     Strong<UIView> _dateView;
     Strong<UIView> _slideToUnlockView;
+    /// Who wants what lies behind to be dimmed.
+    Strong<NSMutableArray> _contentUnderlayRequesters;
     Strong<UIImageView> wallpaper;
     Strong<UIView> underlay;
+    /// Nil while it is not shown.
+    Strong<UIView> passcodePage;
 };
 
 /// The largest rectangle of the image's proportions that leaves nothing of the bounds bare, centred.
@@ -62,6 +68,7 @@ SBLockScreenView* initWithFrame(SBLockScreenView* self, SEL, CGRect frame)
     auto& screen = ivarsOf<LockScreenIvars>(self);
     const CGRect bounds = self->bounds();
 
+    screen._contentUnderlayRequesters = adopt(NSMutableArray::alloc()->init());
     screen.wallpaper = adopt(UIImageView::alloc()->initWithFrame(bounds));
     screen.wallpaper->setImage(wallpaperFor(bounds));
     self->setClipsToBounds(true);
@@ -83,9 +90,11 @@ void layoutSubviews(SBLockScreenView* self, SEL)
 }
 
 /// Dims what lies behind the lock screen's contents; once for any number of requesters.
-void addLockContentUnderlay(SBLockScreenView* self, SEL, NSObject*)
+void addLockContentUnderlay(SBLockScreenView* self, SEL, NSObject* requester)
 {
     auto& screen = ivarsOf<LockScreenIvars>(self);
+    send<"removeObjectIdenticalTo:">(screen._contentUnderlayRequesters.get(), requester);
+    screen._contentUnderlayRequesters->addObject(requester);
     if (screen.underlay != nullptr)
         return;
     screen.underlay = adopt(UIView::alloc()->initWithFrame(self->bounds()));
@@ -93,7 +102,48 @@ void addLockContentUnderlay(SBLockScreenView* self, SEL, NSObject*)
     self->insertSubview_atIndex(screen.underlay, 1);
 }
 
+void removeLockContentUnderlay(SBLockScreenView* self, SEL, NSObject* requester)
+{
+    auto& screen = ivarsOf<LockScreenIvars>(self);
+    send<"removeObjectIdenticalTo:">(screen._contentUnderlayRequesters.get(), requester);
+    if (screen._contentUnderlayRequesters->count() > 0)
+        return;
+    screen.underlay->removeFromSuperview();
+    screen.underlay = nullptr;
+}
+
+/// Everything but what lies behind.
+void slide(SBLockScreenView* self, CGFloat distance)
+{
+    const auto& screen = ivarsOf<LockScreenIvars>(self);
+    for (UIView* view : each<UIView>(self->subviews())) {
+        if (view == screen.wallpaper || view == screen.underlay)
+            continue;
+        const CGRect frame = view->frame();
+        view->setFrame({{frame.origin.x + distance, frame.origin.y}, frame.size});
+    }
+}
+
 } // namespace
+
+void showPasscodePage(SBLockScreenView* lockScreen, bool isShown)
+{
+    auto& page = ivarsOf<LockScreenIvars>(lockScreen).passcodePage;
+    if (isShown == (page != nullptr))
+        return;
+    const CGRect bounds = lockScreen->bounds();
+    if (isShown) {
+        slide(lockScreen, bounds.size.width);
+        page = passcodePage(bounds);
+        lockScreen->addSubview(page);
+        lockScreen->_addLockContentUnderlayWithRequester(page);
+    } else {
+        send<"_removeLockContentUnderlayWithRequester:">(lockScreen, page.get());
+        page->removeFromSuperview();
+        page = nullptr;
+        slide(lockScreen, -bounds.size.width);
+    }
+}
 
 void registerSBLockScreenView()
 {
@@ -101,11 +151,14 @@ void registerSBLockScreenView()
     ClassBuilder<LockScreenIvars>("SBLockScreenView", "SBAlertView")
         .ivar<&LockScreenIvars::_dateView>("_dateView")
         .ivar<&LockScreenIvars::_slideToUnlockView>("_slideToUnlockView")
+        .ivar<&LockScreenIvars::_contentUnderlayRequesters>("_contentUnderlayRequesters")
         .ivar<&LockScreenIvars::wallpaper>("simulator_wallpaper")
         .ivar<&LockScreenIvars::underlay>("simulator_underlay")
+        .ivar<&LockScreenIvars::passcodePage>("simulator_passcodePage")
         .method<"initWithFrame:">(initWithFrame)
         .method<"layoutSubviews">(layoutSubviews)
         .method<"_addLockContentUnderlayWithRequester:">(addLockContentUnderlay)
+        .method<"_removeLockContentUnderlayWithRequester:">(removeLockContentUnderlay)
         .registerClass();
 }
 

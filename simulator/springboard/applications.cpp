@@ -107,9 +107,11 @@ UIImage* iconOf(SBApplication* application, int format, CGFloat scale)
     return imageWithBitmap(fitted(ivarsOf<ImageState>(icon.get()).bitmap, fitting)).autorelease();
 }
 
+/// Nil for an icon that stands for no application.
 UIImage* generateIconImage(SBApplicationIcon* self, SEL, int format)
 {
-    return iconOf(ivarsOf<ApplicationIconState>(self).application, format, UIScreen::mainScreen()->scale());
+    SBApplication* const application = ivarsOf<ApplicationIconState>(self).application;
+    return application == nullptr ? nullptr : iconOf(application, format, UIScreen::mainScreen()->scale());
 }
 
 UIImage* applicationIconImage(Class, SEL, NSString* bundleIdentifier, int format, CGFloat scale)

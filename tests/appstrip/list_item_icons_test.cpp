@@ -380,8 +380,12 @@ TEST_F(ListItems, IconsAreThoseThatSpringBoardDraws)
     EXPECT_EQ(icon(notification("com.apple.mobilemail"))->size(), (CGSize{60, 60}));
     EXPECT_EQ(icon(notification("com.apple.mobilecal"))->size(), (CGSize{29, 29}));
     EXPECT_NE(pictureOf(icon(notification("com.apple.mobilemail"))), pictureOf(icon(notification("com.apple.Music"))));
-    EXPECT_EQ(pictureOf(icon(notification("org.example.removed"))),
-              pictureOf(icon(simulator::bulletinItem(nullptr, nullptr, nullptr))));
+}
+
+TEST_F(ListItems, AnApplicationThatSpringBoardDoesNotKnowHasNoIcon)
+{
+    EXPECT_EQ(icon(notification("org.example.removed")), nullptr);
+    EXPECT_EQ(icon(simulator::bulletinItem(nullptr, nullptr, nullptr)), nullptr);
 }
 
 namespace {

@@ -231,6 +231,36 @@ TEST(UnderlayCommand, AddsTheUnderlayToTheStockLockScreen)
     EXPECT_EQ(lines[2]["subviews"], lines[1]["subviews"]);
 }
 
+namespace {
+
+const std::string requesters = "show lockScreenView._contentUnderlayRequesters.count\n"
+                               "show lockScreenView.simulator_underlay.alpha\n";
+
+} // namespace
+
+TEST(PasscodeCommand, HasItsPageRequestTheUnderlayBesideOthers)
+{
+    EXPECT_THAT(linesOf(StockConsole(), "lock\npasscode on\n" + requesters + "underlay\n" + requesters + "passcode off\n" +
+                                            requesters +
+                                            "send lockScreenView _removeLockContentUnderlayWithRequester: "
+                                            "@controller\n" +
+                                            requesters),
+                ElementsAre(1, 1, 2, 1, 1, 1, nullptr, 0, nullptr));
+}
+
+TEST(PasscodeCommand, SlidesEverythingElseAwayAndBack)
+{
+    EXPECT_THAT(linesOf(Console(), "lock\npasscode on\npasscode on\nshow listView.frame\npasscode off\npasscode off\n"
+                                   "show listView.frame\n"),
+                ElementsAre(Json::array({320, 0, 320, 568}), Json::array({0, 0, 320, 568})));
+}
+
+TEST(PasscodeCommand, GetsNoUnderlayWithTheLibrary)
+{
+    EXPECT_THAT(linesOf(Console(), "lock\nunderlay\npasscode on\n" + requesters + "passcode off\n" + requesters),
+                ElementsAre(0, nullptr, 0, nullptr));
+}
+
 TEST(UnderlayCommand, AddsNothingWithTheLibrary)
 {
     const auto lines = linesOf(Console(), "lock\nshow lockScreenView\nunderlay\nshow lockScreenView");

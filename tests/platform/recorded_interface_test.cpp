@@ -97,7 +97,7 @@ const std::vector<Unrecorded>& unrecordedNames()
         {"EKEvent", documented, {"isAllDay"}},
         {"SBLockScreenView",
          "names that are public; nothing tells which other variables there are",
-         {"_dateView", "_slideToUnlockView"}},
+         {"_dateView", "_slideToUnlockView", "_contentUnderlayRequesters", "_removeLockContentUnderlayWithRequester:"}},
         {"UIButton", documented, {"currentTitle", "currentTitleColor", "titleForState:", "titleColorForState:"}},
         {"UIColor", documented, {"getRed:green:blue:alpha:", "initWithRed:green:blue:alpha:", "blueColor", "redColor"}},
         {"UIControl",

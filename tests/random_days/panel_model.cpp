@@ -98,7 +98,8 @@ std::string PhoneModel::iconSource(const Item& item) const
             return "29,29 [icon of bundle " + quoted(item.identifier) + " 0 at " + number(screen_.scale) + ']';
         if (item.identifier == "noIdentifier")
             return "29,29 [iconImage of a bulletin]";
-        return "60,60 [icon of application " + (isApplication(item.identifier) ? quoted(item.identifier) : "none") + " 2]";
+        return isApplication(item.identifier) ? "60,60 [icon of application " + quoted(item.identifier) + " 2]"
+                                              : "none [icon of application none 2]";
     case Item::Kind::card:
         return "29,29 [thumbnail of a card]";
     case Item::Kind::alert:

@@ -91,7 +91,7 @@ Rows applicationIcon(const ApplicationIcon& icon)
     return rows + firstUse("SBApplicationIcon") +
            Rows{std::string("[SBApplicationIcon alloc] initWithApplication: ") + (hasApplication ? "application" : "nil") +
                     " = applicationIcon",
-                "applicationIcon generateIconImage: 2 = image"};
+                std::string("applicationIcon generateIconImage: 2") + (hasApplication ? " = image" : "")};
 }
 
 Rows screenScale()
@@ -117,7 +117,7 @@ Rows iconWithBadge(const Badge& badge)
     const Rows side{frame, frame};
     rows = rows + side + side +
            Rows{"[UIImageView alloc] initWithFrame: (0 0 50 50) = icon", badge.strip + " iconForListItem: " + badge.item} +
-           badge.icon + Rows{"icon setImage: image"};
+           badge.icon + Rows{"icon setImage: " + badge.image};
     rows = rows + Rows{frame, frame, "[UIImageView alloc] initWithFrame: (0 0 25 25) = badge",
                        "NSString stringWithFormat: '%ld' -> '" + badge.count + '\'',
                        std::string("UIImage imageWithContentsOfFile: '") + badgeFile + "' = empty"};

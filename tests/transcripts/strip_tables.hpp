@@ -56,6 +56,7 @@ struct Badge {
     std::string count;
     /// The icon that stands for the identifier already.
     std::string earlier = {};
+    std::string image = "image";
 };
 Rows iconWithBadge(const Badge& badge);
 

@@ -271,9 +271,11 @@ TEST_F(StripTranscript, OfAnItemWithoutAnIdentifier)
     strip::icon(strip_, item);
     setItems({item});
     const Rows asked = askingForIdentifier("strip", "item", Kind::bulletin);
-    Rows rows =
-        asked + Rows{"strip items", walking} + asked + Rows{walking} +
-        iconWithBadge({.identifier = "nil", .icon = applicationIcon({.identifier = "nil", .isFound = false}), .count = "0"});
+    Rows rows = asked + Rows{"strip items", walking} + asked + Rows{walking} +
+                iconWithBadge({.identifier = "nil",
+                               .icon = applicationIcon({.identifier = "nil", .isFound = false}),
+                               .count = "0",
+                               .image = "nil"});
     // There is nothing to keep the icon under.
     rows.resize(rows.size() - 2);
     transcript_.expect([&] { strip::add(strip_, item); }, rows);
