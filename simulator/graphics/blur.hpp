@@ -8,4 +8,7 @@ namespace simulator {
 /// Beyond its edges the picture goes on as at them.
 void blur(cairo_surface_t* image, double radius);
 
+/// How many pixels away a pixel may lie and still show in a blurred one.
+int blurReach(double radius);
+
 } // namespace simulator

@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "platform/Foundation/NSString.hpp"
 #include "simulator/foundation/strings.hpp"
-#include "simulator/graphics/blur.hpp"
+#include "simulator/graphics/Capture.hpp"
 #include "simulator/graphics/contexts.hpp"
-#include "simulator/graphics/saturation.hpp"
 #include "simulator/quartzcore/CALayer.hpp"
 #include "simulator/quartzcore/CGColor.hpp"
 
@@ -230,38 +230,23 @@ private:
             return;
         auto& capture = captures_[{backdrop.blurRadius, backdrop.saturation}];
         if (capture == nullptr)
-            capture = captureFor(backdrop);
+            capture = std::make_unique<Capture>(cairo_get_target(cairo_));
+        double radiusInPixels = backdrop.blurRadius;
+        double unused = 0;
+        cairo_user_to_device_distance(cairo_, &radiusInPixels, &unused);
         cairo_save(cairo_);
         addRoundedRectangle(cairo_, state.bounds, state.cornerRadius);
         cairo_clip(cairo_);
         cairo_identity_matrix(cairo_);
-        cairo_set_source_surface(cairo_, capture.get(), 0, 0);
-        cairo_paint(cairo_);
+        capture->paintBlurred(cairo_, radiusInPixels, backdrop.saturation);
         backdrop.tint.applyTo(cairo_);
         cairo_paint(cairo_);
         cairo_restore(cairo_);
     }
 
-    CairoPointer<cairo_surface_t> captureFor(const LayerBackdrop& backdrop)
-    {
-        cairo_surface_t* const picture = cairo_get_target(cairo_);
-        CairoPointer<cairo_surface_t> capture(cairo_image_surface_create(
-            CAIRO_FORMAT_ARGB32, cairo_image_surface_get_width(picture), cairo_image_surface_get_height(picture)));
-        const CairoPointer<cairo_t> copy(cairo_create(capture.get()));
-        cairo_set_source_surface(copy.get(), picture, 0, 0);
-        cairo_set_operator(copy.get(), CAIRO_OPERATOR_SOURCE);
-        cairo_paint(copy.get());
-        double radiusInPixels = backdrop.blurRadius;
-        double unused = 0;
-        cairo_user_to_device_distance(cairo_, &radiusInPixels, &unused);
-        blur(capture.get(), radiusInPixels);
-        saturate(capture.get(), backdrop.saturation);
-        return capture;
-    }
-
     cairo_t* cairo_;
     /// By radius and saturation.
-    std::map<std::pair<double, double>, CairoPointer<cairo_surface_t>> captures_;
+    std::map<std::pair<double, double>, std::unique_ptr<Capture>> captures_;
     /// Those whose masks are being drawn: nothing masks itself.
     std::vector<CALayer*> masked_;
 };

@@ -141,6 +141,32 @@ TEST_F(Backdrops, OfSeveralRadiiBlurEachByItsOwn)
     EXPECT_GT(picture.at(2 * 260, 2 * 272) & 0xFF, 40U);
 }
 
+TEST_F(Backdrops, ShowInEachPlaceWhatOneOverTheWholeScreenWould)
+{
+    const Owned<UIImageView> ground = adopt(UIImageView::alloc()->initWithFrame(window()->bounds()));
+    ground->setImage(patternedImage(window()->bounds().size, 2));
+    window()->addSubview(ground);
+    const auto whole = backdrop(light.number);
+    const Picture expected = screenshot();
+    whole->superview()->removeFromSuperview();
+    for (const CGRect frame : {CGRect::make(100, 200, 50, 60), CGRect::make(-10, -20, 40, 50), CGRect::make(300, 500, 90, 90)}) {
+        const auto shown = backdrop(light.number, frame);
+        const Picture picture = screenshot();
+        const auto [origin, size] = frame;
+        for (int y = 0; y < picture.height; ++y) {
+            for (int x = 0; x < picture.width; ++x) {
+                const CGFloat left = static_cast<CGFloat>(x) / 2 - origin.x;
+                const CGFloat top = static_cast<CGFloat>(y) / 2 - origin.y;
+                const bool isInside = left >= 0 && left < size.width && top >= 0 && top < size.height;
+                if (isInside) {
+                    ASSERT_EQ(picture.at(x, y), expected.at(x, y)) << x << ", " << y;
+                }
+            }
+        }
+        shown->superview()->removeFromSuperview();
+    }
+}
+
 TEST_F(Backdrops, AreNothingWithoutASize)
 {
     paint({0.6, 0.4, 0.3});
