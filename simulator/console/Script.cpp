@@ -23,16 +23,16 @@ bool isRegularFile(int descriptor)
 
 Script::Script(Position position)
     : descriptor_(position.descriptor), linesRead_(position.linesRead), lineNumber_(position.linesRead),
-      isSeekable_(isRegularFile(position.descriptor)), unread_(std::move(position.beginning))
+      isSeekable_(isRegularFile(position.descriptor)), unread_(std::move(position.unread))
 {
 }
 
 std::optional<std::string> Script::nextLine()
 {
     lineNumber_ = linesRead_ + 1;
-    std::size_t end = unread_.find('\n');
+    std::size_t end = unread_.find('\n', taken_);
     while (end == std::string::npos) {
-        const std::size_t searched = unread_.size();
+        const std::size_t searched = unread_.size() - taken_;
         if (!readMore()) {
             if (unread_.empty())
                 return std::nullopt;
@@ -41,8 +41,8 @@ std::optional<std::string> Script::nextLine()
         end = unread_.find('\n', searched);
     }
 
-    std::string line = unread_.substr(0, end);
-    unread_.erase(0, end == std::string::npos ? end : end + 1);
+    std::string line = unread_.substr(taken_, end - taken_);
+    taken_ = end == std::string::npos ? unread_.size() : end + 1;
     linesRead_ = lineNumber_;
     if (line.ends_with('\r'))
         line.pop_back();
@@ -51,6 +51,8 @@ std::optional<std::string> Script::nextLine()
 
 Script::Position Script::giveBack()
 {
+    unread_.erase(0, taken_);
+    taken_ = 0;
     if (isSeekable_) {
         if (::lseek(descriptor_, -static_cast<off_t>(unread_.size()), SEEK_CUR) < 0)
             throw std::system_error(errno, std::generic_category(), "cannot go back in the script");
@@ -62,16 +64,16 @@ Script::Position Script::giveBack()
 /// False at the end.
 bool Script::readMore()
 {
-    // What is read from a pipe cannot be given back, so no byte is taken from it before its turn.
     std::array<char, 4096> block;
-    const std::size_t wanted = isSeekable_ ? block.size() : 1;
     ssize_t count;
     do {
         waitForInput(descriptor_);
-        count = ::read(descriptor_, block.data(), wanted);
+        count = ::read(descriptor_, block.data(), block.size());
     } while (count < 0 && (errno == EINTR || errno == EAGAIN));
     if (count < 0)
         throw std::system_error(errno, std::generic_category(), "cannot read the script");
+    unread_.erase(0, taken_);
+    taken_ = 0;
     unread_.append(block.data(), static_cast<std::size_t>(count));
     return count > 0;
 }

@@ -14,8 +14,8 @@ public:
         int descriptor;
         /// How many lines have been read.
         long linesRead;
-        /// The bytes of a line that has not ended yet.
-        std::string beginning;
+        /// What has been read behind them; nothing where the descriptor has been set back.
+        std::string unread;
     };
 
     explicit Script(Position position);
@@ -37,6 +37,8 @@ private:
     long lineNumber_;
     bool isSeekable_;
     std::string unread_;
+    /// How many bytes of it nextLine() has given.
+    std::size_t taken_ = 0;
 };
 
 } // namespace simulator

@@ -59,17 +59,17 @@ using nlohmann::json;
 /// Holds the number of a descriptor from which the continuation is read.
 constexpr const char* variable = "SOLVANE_RESUME";
 
-/// The beginning of a line may end within a character, so it goes as bytes.
+/// What is unread may end within a character, so it goes as bytes.
 json scriptToJson(const Script::Position& script)
 {
-    const std::vector<unsigned char> beginning(script.beginning.begin(), script.beginning.end());
-    return {{"descriptor", script.descriptor}, {"lines", script.linesRead}, {"beginning", beginning}};
+    const std::vector<unsigned char> unread(script.unread.begin(), script.unread.end());
+    return {{"descriptor", script.descriptor}, {"lines", script.linesRead}, {"unread", unread}};
 }
 
 Script::Position scriptFromJson(const json& script)
 {
-    const auto beginning = script.at("beginning").get<std::vector<unsigned char>>();
-    return {script.at("descriptor").get<int>(), script.at("lines").get<long>(), {beginning.begin(), beginning.end()}};
+    const auto unread = script.at("unread").get<std::vector<unsigned char>>();
+    return {script.at("descriptor").get<int>(), script.at("lines").get<long>(), {unread.begin(), unread.end()}};
 }
 
 json toJson(const Continuation& continuation)

@@ -161,6 +161,7 @@ TEST(Relaunch, GoesOnInAScriptLongerThanABlock)
         script += "# a line of a comment that fills the script up\n";
     script += relaunch + script + "show rainString\n";
     EXPECT_THAT(linesOf(Console(), script), ElementsAre("Storm", "Storm", "Rain"));
+    EXPECT_THAT(Console().runFromPipe(script).lines, ElementsAre("Storm", "Storm", "Rain"));
 }
 
 TEST(Relaunch, ComesFromAnotherProcessToo)
