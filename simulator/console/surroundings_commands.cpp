@@ -91,6 +91,11 @@ void setDigits(Console&, Words arguments)
     surroundings().customs.readsDigitsOfAnyScript = chosen<bool>(arguments[0], {{"any", true}, {"ascii", false}});
 }
 
+void setTableEnd(Console&, Words arguments)
+{
+    surroundings().listViewClearsItsTable = chosen<bool>(arguments[0], {{"cleared", true}, {"dangling", false}});
+}
+
 void setName(Console&, Words arguments)
 {
     writePreferredName(arguments[0] == "none" ? std::nullopt : std::optional(arguments[0]));
@@ -116,6 +121,7 @@ std::span<const Command> surroundingsCommands()
         {"calendar", "NAME | region", 1, 1, false, setCalendar},
         {"hours", "12 | 24 | region", 1, 1, false, setHours},
         {"digits", "any | ascii", 1, 1, false, setDigits},
+        {"table", "cleared | dangling", 1, 1, false, setTableEnd},
         {"name", "TEXT | none", 1, 1, false, setName},
         {"post", "NAME", 1, 1, false, post},
     };

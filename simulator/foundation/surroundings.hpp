@@ -39,19 +39,22 @@ struct Surroundings {
     bool showsCelsius = true;
     /// They hold from the next question on: what was made before keeps what it was made with.
     Customs customs;
+    /// Whether a list view that goes takes itself out of its table, which may outlive it. What the phone's does is not known.
+    bool listViewClearsItsTable = true;
     /// The lines of the system log that nobody has taken yet, oldest first, without time and process.
     std::vector<std::string> log;
 
     /// Shows a visitor each field with its name.
     static void visit(auto& surroundings, const auto& visitor)
     {
-        auto& [frozenClock, timeZone, weather, savesCelsius, showsCelsius, customs, log] = surroundings;
+        auto& [frozenClock, timeZone, weather, savesCelsius, showsCelsius, customs, listViewClearsItsTable, log] = surroundings;
         visitor("clock", frozenClock);
         visitor("timeZone", timeZone);
         visitor("weather", weather);
         visitor("savedCelsius", savesCelsius);
         visitor("celsius", showsCelsius);
         visitor("customs", customs);
+        visitor("clearedTable", listViewClearsItsTable);
         visitor("log", log);
     }
 };

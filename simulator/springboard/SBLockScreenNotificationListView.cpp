@@ -1,13 +1,14 @@
 #include "platform/SpringBoard/SBLockScreen.hpp"
 #include "platform/runtime/ClassBuilder.hpp"
 #include "simulator/foundation/phone_system.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/geometry.hpp"
 #include "simulator/springboard/list_items.hpp"
 #include "simulator/springboard/springboard_classes.hpp"
 
 /// The stock list view: the container, the table in it, and from 7.0.4 on a pocket at either end under which rows that scroll
-/// out of sight slip. It shows what its model lists.
+/// out of sight slip. It shows what its model lists, as its table's data source and delegate.
 
 namespace simulator {
 
@@ -88,6 +89,8 @@ ListView* initWithFrame(ListView* self, SEL, CGRect frame)
     ivars._tableView = adopt(send<"alloc", UITableView*>(tableClass())->initWithFrame(tableFrame(self)));
     ivars._tableView->setRowHeight(rowHeight);
     ivars._tableView->setContentInset(geometry().rows);
+    ivars._tableView->setDataSource(self);
+    send<"setDelegate:">(ivars._tableView.get(), self);
     ivars._containerView->addSubview(ivars._tableView);
 
     if (hasPockets())
@@ -108,12 +111,10 @@ NSObject* model(ListView* self, SEL)
     return ivarsOf<ListViewIvars>(self)._model;
 }
 
-/// Without a model there is nobody to ask: the table, which may outlive the view, does not ask the view either.
+/// Without a model there are no rows.
 void setModel(ListView* self, SEL, NSObject* model)
 {
-    auto& ivars = ivarsOf<ListViewIvars>(self);
-    ivars._model = model;
-    ivars._tableView->setDataSource(model == nullptr ? nullptr : self);
+    ivarsOf<ListViewIvars>(self)._model = model;
 }
 
 NSInteger tableView_numberOfRowsInSection(ListView* self, SEL, UITableView*, NSInteger)
@@ -129,6 +130,11 @@ UITableViewCell* tableView_cellForRowAtIndexPath(ListView* self, SEL, UITableVie
     return adopt(cell).autorelease();
 }
 
+void tableView_didEndDisplayingCell_forRowAtIndexPath(ListView*, SEL, UITableView*, UITableViewCell* cell, NSIndexPath*)
+{
+    cell->setHighlighted(false);
+}
+
 /// Whatever has changed, all rows are asked for again.
 template <class... Changes>
 void showChange(ListView* self, SEL, Changes...)
@@ -140,6 +146,19 @@ void showChange(ListView* self, SEL, Changes...)
 void setInScreenOffMode(ListView* self, SEL, BOOL isOff)
 {
     self->superview()->setHidden(isOff != NO);
+}
+
+void (*releaseVariables)(ListView* self, SEL selector);
+
+/// The table may outlive the view.
+void dealloc(ListView* self, SEL selector)
+{
+    auto& ivars = ivarsOf<ListViewIvars>(self);
+    if (surroundings().listViewClearsItsTable) {
+        ivars._tableView->setDataSource(nullptr);
+        send<"setDelegate:">(ivars._tableView.get(), id{});
+    }
+    releaseVariables(self, selector);
 }
 
 } // namespace
@@ -158,6 +177,7 @@ void registerSBLockScreenNotificationListView()
         .method<"setModel:">(setModel)
         .method<"tableView:numberOfRowsInSection:">(tableView_numberOfRowsInSection)
         .method<"tableView:cellForRowAtIndexPath:">(tableView_cellForRowAtIndexPath)
+        .method<"tableView:didEndDisplayingCell:forRowAtIndexPath:">(tableView_didEndDisplayingCell_forRowAtIndexPath)
         .method<"updateForAdditionOfItemAtIndex:allowHighlightOnInsert:">(showChange<NSUInteger, BOOL>)
         .method<"updateForModificationOfItemWithOldIndex:andNewIndex:">(showChange<NSUInteger, NSUInteger>)
         .method<"updateForRemovalOfItemAtIndex:removedItem:">(showChange<NSUInteger, NSObject*>)
@@ -169,7 +189,7 @@ void registerSBLockScreenNotificationListView()
     // Later systems have the lock screen's metrics tell, which the tables do not have.
     if (phoneSystem() < System::v8_1)
         listView.method<"_contentViewInsets">(contentViewInsets);
-    listView.registerClass();
+    releaseVariables = replaceMethod<"dealloc">(listView.registerClass(), &dealloc);
 }
 
 } // namespace simulator

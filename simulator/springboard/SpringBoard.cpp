@@ -7,6 +7,7 @@
 #include "platform/UIKit/UIApplication.hpp"
 #include "platform/UIKit/UIScreen.hpp"
 #include "platform/UIKit/UIWindow.hpp"
+#include "platform/runtime/AutoreleasePool.hpp"
 #include "simulator/foundation/foundation.hpp"
 #include "simulator/graphics/Bitmap.hpp"
 #include "simulator/quartzcore/compositor.hpp"
@@ -48,6 +49,18 @@ void relaunchSpringBoardNow(UIApplication*, SEL)
         desk().relaunch();
 }
 
+/// Nothing is left when the next lock screen is made but what others keep.
+void unlock()
+{
+    const AutoreleasePool pool;
+    Desk& built = desk();
+    built.listController->prepareForTeardown();
+    built.lockScreenView->removeFromSuperview();
+    built.lockScreenView = nullptr;
+    built.listController = nullptr;
+    built.listView = nullptr;
+}
+
 /// The stock clock shows minutes.
 void followClock()
 {
@@ -86,10 +99,8 @@ UIWindow* springBoardWindow()
 
 void lockScreen()
 {
+    unlock();
     Desk& built = desk();
-    built.listController->prepareForTeardown();
-    built.lockScreenView->removeFromSuperview();
-
     const CGRect bounds = built.window->bounds();
     built.lockScreenView =
         adopt(static_cast<SBLockScreenView*>(send<"alloc", UIView*>(classNamed<"SBLockScreenView">())->initWithFrame(bounds)));

@@ -15,8 +15,9 @@ namespace simulator {
 namespace {
 
 struct TableViewState {
-    /// Not retained.
+    // Not retained.
     NSObject* dataSource = nullptr;
+    NSObject* delegate = nullptr;
     CGFloat rowHeight = 44;
     std::vector<Owned<UITableViewCell>> cells;
     NSInteger selectedRow = NSNotFound;
@@ -50,14 +51,35 @@ void reloadData(UITableView* self, SEL)
     self->setNeedsLayout();
 }
 
+/// The delegate hears of each row.
+void takeRowsAway(UITableView* self)
+{
+    auto& table = ivarsOf<TableViewState>(self);
+    const bool isHeard = table.delegate->respondsToSelector(selector<"tableView:didEndDisplayingCell:forRowAtIndexPath:">());
+    NSInteger row = 0;
+    for (UITableViewCell* cell : table.cells) {
+        cell->removeFromSuperview();
+        if (isHeard)
+            send<"tableView:didEndDisplayingCell:forRowAtIndexPath:">(table.delegate, self, cell,
+                                                                      NSIndexPath::indexPathForRow_inSection(row, 0));
+        ++row;
+    }
+    table.cells.clear();
+}
+
+/// Its rows go with a table.
+void dealloc(UITableView* self, SEL)
+{
+    takeRowsAway(self);
+    superOf<TableViewState, "dealloc">(self);
+}
+
 void reload(UITableView* self)
 {
     auto& table = ivarsOf<TableViewState>(self);
     table.needsReload = false;
     table.selectedRow = NSNotFound;
-    for (UITableViewCell* cell : table.cells)
-        cell->removeFromSuperview();
-    table.cells.clear();
+    takeRowsAway(self);
     const auto rows = send<"tableView:numberOfRowsInSection:", NSInteger>(table.dataSource, self, NSInteger{0});
     for (NSInteger row = 0; row < rows; ++row) {
         auto* const cell = send<"tableView:cellForRowAtIndexPath:", UITableViewCell*>(
@@ -138,7 +160,9 @@ void registerUITableView()
 {
     SimulatedClass<TableViewState>("UITableView", "UIScrollView")
         .method<"initWithFrame:">(initWithFrame)
+        .method<"dealloc">(dealloc)
         .property<&TableViewState::dataSource>("dataSource")
+        .property<&TableViewState::delegate>("delegate")
         .property<&TableViewState::rowHeight>("rowHeight")
         .readOnly<&TableViewState::selectedRow>("simulator_selectedRow")
         .method<"reloadData">(reloadData)

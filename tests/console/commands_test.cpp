@@ -87,6 +87,17 @@ TEST(WeatherCommand, ChoosesTheUnitOfWhatIsSaved)
                 ElementsAre("It's 158° F and Sunny.", true, "It's 158° F and Sunny.", false, "It's 70° C and Sunny.", true));
 }
 
+/// The panel's pane keeps the table until the next lock screen's panel takes its place.
+TEST(TableCommand, LetsATableOutliveItsListThatCleared)
+{
+    const std::string scroll = "notify com.apple.MobileSMS\nnotify com.apple.mobilemail\nlayout\ntap notificationIconView\n"
+                               "press 160,300\nmove 160,200\nrelease\n";
+    EXPECT_THAT(
+        linesOf(Console(), "table cleared\nlock\n" + scroll + "let table listView._tableView\nlock\n" + scroll +
+                               "show table.delegate\nshow table.dataSource\nlock\nshow listView._tableView.delegate.class"),
+        ElementsAre(nullptr, nullptr, "SBLockScreenNotificationListView"));
+}
+
 TEST(UnitsCommand, ChoosesTheUnit)
 {
     EXPECT_THAT(linesOf(Console(), "weather 10 32\nunits fahrenheit\nshow getTempString()\nunits celsius\nshow getTempString()"),
@@ -205,9 +216,8 @@ TEST(ClearCommand, EmptiesTheList)
 
 TEST(TeardownCommand, PartsTheViewFromItsController)
 {
-    EXPECT_THAT(
-        linesOf(StockConsole(), "lock\nshow listView._tableView.dataSource.class\nteardown\nshow listView._tableView.dataSource"),
-        ElementsAre("SBLockScreenNotificationListView", nullptr));
+    EXPECT_THAT(linesOf(StockConsole(), "lock\nshow listView.model.class\nteardown\nshow listView.model"),
+                ElementsAre("SBLockScreenNotificationListController", nullptr));
 }
 
 TEST(ScreenCommand, SwitchesTheScreen)

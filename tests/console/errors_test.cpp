@@ -97,6 +97,7 @@ INSTANTIATE_TEST_SUITE_P(
                             "\"2.5\" is no condition code: write a whole number"},
                     BadLine{"WeatherWithACodeOfMoreThan64Bits", "weather 21 9223372036854775808",
                             "\"9223372036854775808\" is no condition code: write a whole number"},
+                    BadLine{"TableOfAnotherEnd", "table gone", "expected cleared or dangling, not \"gone\""},
                     BadLine{"UnitsOfAnotherKind", "units kelvin", "expected celsius or fahrenheit, not \"kelvin\""},
                     BadLine{"TapTooOften", "tap 1,2 11", "\"11\" is no number of taps: write 1 to 10"},
                     BadLine{"TapNever", "tap 1,2 0", "\"0\" is no number of taps: write 1 to 10"},

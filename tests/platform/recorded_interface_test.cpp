@@ -119,7 +119,7 @@ const std::vector<Unrecorded>& unrecordedNames()
          {"panGestureRecognizer", "showsHorizontalScrollIndicator", "showsVerticalScrollIndicator", "isScrollEnabled", "bounces",
           "setBounces:", "alwaysBounceHorizontal", "setAlwaysBounceHorizontal:", "alwaysBounceVertical",
           "setAlwaysBounceVertical:", "decelerationRate", "setDecelerationRate:", "isDragging", "isDecelerating"}},
-        {"UITableView", documented, {"dataSource"}},
+        {"UITableView", documented, {"dataSource", "delegate", "setDelegate:"}},
         {"UITableViewCell", documented, {"isSelected", "isHighlighted"}},
         {"UITouch", documented, {"window"}},
         {"UIView",

@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 
 #include "platform/Foundation/NSArray.hpp"
+#include "platform/UIKit/UITableView.hpp"
 #include "platform/runtime/instance_variable.hpp"
 #include "simulator/foundation/phone_system.hpp"
+#include "simulator/foundation/surroundings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 #include "simulator/springboard/list_items.hpp"
 #include "tests/support/MorningPhone.hpp"
@@ -168,4 +170,105 @@ TEST_F(StockList, MakesTheItemOfABulletinByTheMethodOfItsSystem)
     const auto system = simulator::phoneSystem();
     EXPECT_EQ(answers("_newItemForBulletin:"), system == simulator::System::v8_1);
     EXPECT_EQ(answers("_newItemForBulletin:shouldPlayLightsAndSirens:"), system == simulator::System::v8_4);
+}
+
+// The table, which may outlive the list
+
+namespace {
+
+/// What the table knows of a list, which is only compared: there may be nobody.
+struct Known {
+    NSObject* dataSource;
+    NSObject* delegate;
+
+    explicit Known(UITableView* table)
+        : dataSource(send<"dataSource", NSObject*>(table)), delegate(send<"delegate", NSObject*>(table))
+    {
+    }
+};
+
+struct OutlivingTable : StockList {
+    OutlivingTable()
+    {
+        lockAgain();
+        notify("com.apple.mobilemail");
+        simulator::listView()->layoutIfNeeded();
+        list = simulator::listView();
+        objc_storeWeak(&weakList, list);
+        table = instanceVariable<UITableView>(simulator::listView(), "_tableView");
+    }
+
+    static void lockAgain()
+    {
+        const AutoreleasePool pool;
+        simulator::lockScreen();
+    }
+
+    NSObject* list = nullptr;
+    id weakList = nullptr;
+    Owned<UITableView> table;
+};
+
+int rowsGone = 0;
+
+/// Whether there was a list still when the next one was made.
+bool wasThere = true;
+
+} // namespace
+
+TEST_F(OutlivingTable, HasTheListForItsDataSourceAndDelegate)
+{
+    EXPECT_EQ(Known(table).dataSource, list);
+    EXPECT_EQ(Known(table).delegate, list);
+}
+
+TEST_F(OutlivingTable, HasNoListAnyMoreWhenTheNextOneIsMade)
+{
+    static id& previous = weakList;
+    static NSObject* (*make)(NSObject*, SEL, CGRect);
+    make = simulator::replaceMethod<"initWithFrame:">(
+        objc_getClass("SBLockScreenNotificationListView"), +[](NSObject* self, SEL message, CGRect frame) {
+            wasThere = previous != nullptr;
+            return make(self, message, frame);
+        });
+    lockAgain();
+    EXPECT_FALSE(wasThere);
+}
+
+TEST_F(OutlivingTable, IsLeftByAListThatGoes)
+{
+    lockAgain();
+    ASSERT_EQ(weakList, nullptr);
+    EXPECT_EQ(Known(table).dataSource, nullptr);
+    EXPECT_EQ(Known(table).delegate, nullptr);
+}
+
+TEST_F(OutlivingTable, KeepsPointersToNobodyWhereTheListDoesNotClearThem)
+{
+    simulator::surroundings().listViewClearsItsTable = false;
+    lockAgain();
+    ASSERT_EQ(weakList, nullptr);
+    EXPECT_EQ(Known(table).dataSource, list);
+    EXPECT_EQ(Known(table).delegate, list);
+    // It would speak to them at its end.
+    table->setDataSource(nullptr);
+    send<"setDelegate:">(table.get(), id{});
+}
+
+TEST_F(OutlivingTable, TellsItsDelegateOfRowsThatGo)
+{
+    simulator::replaceMethod<"tableView:didEndDisplayingCell:forRowAtIndexPath:">(
+        objc_getClass("SBLockScreenNotificationListView"),
+        +[](NSObject*, SEL, UITableView*, UITableViewCell*, NSIndexPath*) { ++rowsGone; });
+    notify("com.apple.MobileSMS");
+    simulator::listView()->layoutIfNeeded();
+    EXPECT_EQ(rowsGone, 1);
+    {
+        const auto another = adopt(UITableView::alloc()->initWithFrame(table->frame()));
+        another->setDataSource(simulator::listView());
+        send<"setDelegate:">(another.get(), simulator::listView());
+        another->layoutIfNeeded();
+        EXPECT_EQ(rowsGone, 1);
+    }
+    EXPECT_EQ(rowsGone, 3);
 }
