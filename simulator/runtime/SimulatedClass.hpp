@@ -181,8 +181,11 @@ inline auto replaceMethod(Class cls, Result (*implementation)(Self*, SEL, Argume
     const Method method = class_getInstanceMethod(cls, selector<Name>());
     const auto replacement = reinterpret_cast<IMP>(implementation);
     IMP previous = method_getImplementation(method);
-    if (class_addMethod(cls, selector<Name>(), replacement, method_getTypeEncoding(method)) == NO)
+    if (class_addMethod(cls, selector<Name>(), replacement, method_getTypeEncoding(method)) == NO) {
+        // GNU's runtime gives a class that has had no message yet a table of methods that others share.
+        send<"class", Class>(cls);
         previous = method_setImplementation(method, replacement);
+    }
     return reinterpret_cast<Result (*)(Self*, SEL, Arguments...)>(previous);
 }
 
