@@ -1,9 +1,11 @@
 #include "simulator/springboard/SBLockScreenView.hpp"
 
 #include <algorithm>
+#include <cmath>
 
 #include "platform/Foundation/NSArray.hpp"
 #include "platform/Foundation/NSString.hpp"
+#include "platform/UIKit/UIGestureRecognizer.hpp"
 #include "platform/UIKit/UIImageView.hpp"
 #include "platform/UIKit/UIScreen.hpp"
 #include "platform/runtime/each.hpp"
@@ -79,6 +81,8 @@ SBLockScreenView* initWithFrame(SBLockScreenView* self, SEL, CGRect frame)
     if (const auto& frame = geometry().slideToUnlockView) {
         screen._slideToUnlockView = slideToUnlockView(*frame);
         self->addSubview(screen._slideToUnlockView);
+        const auto finger = adopt(UIPanGestureRecognizer::alloc()->initWithTarget_action(self, selector<"simulator_slid:">()));
+        self->addGestureRecognizer(finger);
     }
     return self;
 }
@@ -145,6 +149,19 @@ void showPasscodePage(SBLockScreenView* lockScreen, bool isShown)
     }
 }
 
+namespace {
+
+/// Anywhere on the lock screen: to the right brings the passcode's page in, to the left takes it away.
+void slid(SBLockScreenView* self, SEL, UIPanGestureRecognizer* finger)
+{
+    constexpr CGFloat shortest = 80;
+    const CGFloat distance = finger->translationInView(self).x;
+    if (finger->state() == UIGestureRecognizerStateEnded && std::abs(distance) >= shortest)
+        showPasscodePage(self, distance > 0);
+}
+
+} // namespace
+
 void registerSBLockScreenView()
 {
     SimulatedClass<AlertViewState>("SBAlertView", "UIView").registerClass();
@@ -158,6 +175,7 @@ void registerSBLockScreenView()
         .method<"initWithFrame:">(initWithFrame)
         .method<"layoutSubviews">(layoutSubviews)
         .method<"_addLockContentUnderlayWithRequester:">(addLockContentUnderlay)
+        .method<"simulator_slid:">(slid)
         .method<"_removeLockContentUnderlayWithRequester:">(removeLockContentUnderlay)
         .registerClass();
 }

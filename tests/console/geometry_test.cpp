@@ -115,6 +115,51 @@ TEST(ThePhonesGeometry, HasThePanelStandInTheContainer)
                 ElementsAre(false, frame(0, 130, 320, 212), frame(0, 130, 320, 342)));
 }
 
+namespace {
+
+const std::string slidAside = "show listView.frame\n";
+const Json aside = frame(320, 0, 320, 568);
+const Json inPlace = frame(0, 0, 320, 568);
+
+} // namespace
+
+TEST(SlideToUnlock, BringsThePasscodesPageAndBack)
+{
+    EXPECT_THAT(linesOf(GeometryConsole("phone"), "lock\nswipe 60,510 right\n" + slidAside + "swipe 300,510 left\n" + slidAside +
+                                                      "swipe 60,200 down\n" + slidAside),
+                ElementsAre(aside, inPlace, inPlace));
+}
+
+TEST(SlideToUnlock, IsNotOnTheDesk)
+{
+    EXPECT_EQ(lineOf(GeometryConsole("desk"), "lock\nswipe 60,510 right\n" + slidAside), inPlace);
+}
+
+TEST(SlideToUnlock, LeavesTheFingerToAStripThatScrolls)
+{
+    std::string notifications;
+    for (const char* application : {"mobilemail", "MobileSMS", "Music", "mobilephone"})
+        notifications += std::string("notify com.apple.") + application + '\n';
+    EXPECT_THAT(linesOf(GeometryConsole("phone"), "lock\n" + notifications +
+                                                      "layout\nswipe 200,280 left\nshow appsView.contentOffset\n"
+                                                      "swipe 100,280 right\nshow appsView.contentOffset\n" +
+                                                      slidAside),
+                ElementsAre(Json::array({72, 0}), Json::array({0, 0}), inPlace));
+}
+
+TEST(SlideToUnlock, LeavesTheFingerToTheOpenListAndNotToTheMonth)
+{
+    EXPECT_THAT(linesOf(GeometryConsole("phone"), "lock\nnotify com.apple.mobilemail\ntap notificationIconView\n"
+                                                  "swipe 60,300 right\n" +
+                                                      slidAside + "tap calendarIconView\nswipe 60,300 right\n" + slidAside),
+                ElementsAre(inPlace, aside));
+}
+
+TEST(SlideToUnlock, LeavesATapToTheIcons)
+{
+    EXPECT_EQ(lineOf(GeometryConsole("phone"), "lock\ntap calendarIconView\nshow calendarPaneView.isHidden\n"), false);
+}
+
 TEST(AReport, TellsWhereEachPartStands)
 {
     const Json frames = report()["frames"];
