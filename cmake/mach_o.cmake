@@ -1,7 +1,8 @@
-# add_mach_o_library(FILE ARCHITECTURE SOURCES SOURCE... STUBS STUB... WEAK_STUBS STUB...) makes FILE, a signed Mach-O library:
-# for one of the phone's processors, armv7 or arm64, or for that of the phone's simulator on a desk, x86_64. It is linked
-# against text stubs of the phone's libraries; the libraries of the weak stubs may be missing on a phone, and so may symbols
-# that the sources call weak.
+# add_mach_o_library(FILE ARCHITECTURE SOURCES SOURCE... STUBS STUB... WEAK_STUBS STUB... [FOLDER FOLDER] [IDENTIFIER NAME]) makes
+# FILE, a signed Mach-O library: for one of the phone's processors, armv7 or arm64, or for that of the phone's simulator on a
+# desk, x86_64. It is linked against text stubs of the phone's libraries; the libraries of the weak stubs may be missing on a
+# phone, and so may symbols that the sources call weak. The folder is where it lies on the phone, the loader's unless it is given;
+# the identifier, that of its signature.
 include_guard()
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
@@ -41,7 +42,7 @@ function(add_mach_o_object object architecture source)
 endfunction()
 
 function(add_mach_o_library file architecture)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;STUBS;WEAK_STUBS")
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "FOLDER;IDENTIFIER" "SOURCES;STUBS;WEAK_STUBS")
     set(objects)
     foreach(source IN LISTS arg_SOURCES)
         cmake_path(ABSOLUTE_PATH source)
@@ -82,12 +83,18 @@ function(add_mach_o_library file architecture)
     endif()
     cmake_path(GET file FILENAME name)
     cmake_path(GET file STEM stem)
+    if(NOT arg_FOLDER)
+        set(arg_FOLDER /Library/MobileSubstrate/DynamicLibraries)
+    endif()
+    if(NOT arg_IDENTIFIER)
+        set(arg_IDENTIFIER org.solvane.${stem})
+    endif()
     add_custom_command(
         OUTPUT ${file}
         COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/strict_link.py ${link} -dylib
-            -install_name /Library/MobileSubstrate/DynamicLibraries/${name} -no_function_starts -o ${file} ${objects} ${linked}
+            -install_name ${arg_FOLDER}/${name} -no_function_starts -o ${file} ${objects} ${linked}
         COMMAND ${finish}
-        COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/sign.py org.solvane.${stem} ${file}
+        COMMAND ${Python3_EXECUTABLE} ${packaging_tools}/sign.py ${arg_IDENTIFIER} ${file}
         DEPENDS ${objects} ${stubs} ${arg_WEAK_STUBS} ${packaging_tools}/strict_link.py ${packaging_tools}/armv7_finish.py
             ${packaging_tools}/sign.py
         COMMENT "Linking and signing ${name} for ${architecture}"

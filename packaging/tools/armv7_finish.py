@@ -241,10 +241,11 @@ def finished(image, weak, weak_libraries):
         local = not entry & NO_SYMBOL and entry < local_count
         indirect += struct.pack("<I", NO_SYMBOL if local else entry if entry & NO_SYMBOL else entry - local_count)
 
-    rebase, rebase_size, bind, bind_size, _, _, lazy_bind, lazy_bind_size, exports, _ = struct.unpack_from("<10I", image, info + 8)
+    rebase, rebase_size, bind, bind_size, _, _, lazy_bind, lazy_bind_size, exports, exports_size = struct.unpack_from("<10I", image, info + 8)
     make_bindings_weak(image, bind, bind_size, made_weak)
     make_bindings_weak(image, lazy_bind, lazy_bind_size, made_weak)
-    mark_thumb_exports(image, exports, thumb_addresses)
+    if exports_size:
+        mark_thumb_exports(image, exports, thumb_addresses)
 
     # Where each part of the last segment is told, at which offset the number of its bytes follows, and what it is now.
     parts = [(info + 8, info + 12, rebase_instructions(rebased_pointers(image, rebase, rebase_size)))]

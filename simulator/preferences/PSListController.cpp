@@ -47,7 +47,7 @@ NSArray* loadSpecifiersFromPlistName_target(PSListController* self, SEL, NSStrin
 void loadView(PSListController* self, SEL)
 {
     auto& ivars = ivarsOf<ListControllerIvars>(self);
-    ivars._table = adopt(static_cast<UIScrollView*>(UIScrollView::alloc()->initWithFrame(UIScreen::mainScreen()->bounds())));
+    ivars._table = adopt(UIScrollView::alloc()->initWithFrame(UIScreen::mainScreen()->bounds()));
     ivars._table->setBackgroundColor(UIColor::colorWithRed_green_blue_alpha(0.937, 0.937, 0.957, 1));
     ivars._cells = adopt(NSMutableDictionary::alloc()->init());
     self->setView(ivars._table);
@@ -71,7 +71,7 @@ BOOL performActionForSpecifier(PSListController*, SEL, PSSpecifier* specifier)
 
 void showConfirmationViewForSpecifier(PSListController* self, SEL, PSSpecifier* specifier)
 {
-    NSDictionary* const question = propertyOf<NSDictionary, "confirmation">(specifier);
+    auto* const question = propertyOf<NSDictionary, "confirmation">(specifier);
     auto& alert = ivarsOf<ListControllerIvars>(self)._alertView;
     alert = adopt(UIAlertView::alloc()->init());
     alert->setTitle(valueOfClass<NSString>(question, constantString<"title">()));

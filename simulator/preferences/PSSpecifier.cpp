@@ -38,7 +38,7 @@ CellKind kindNamed(NSString* name)
 
 SEL selectorIn(NSDictionary* item, NSString* key)
 {
-    NSString* const name = valueOfClass<NSString>(item, key);
+    auto* const name = valueOfClass<NSString>(item, key);
     return name == nullptr ? nullptr : sel_registerName(name->UTF8String());
 }
 

@@ -16,8 +16,8 @@ struct PSViewControllerState {};
 /// The specifier's domain has it, or else the specifier a default.
 NSObject* readPreferenceValue(PSViewController*, SEL, PSSpecifier* specifier)
 {
-    NSString* const domain = propertyOf<NSString, "defaults">(specifier);
-    NSString* const key = propertyOf<NSString, "key">(specifier);
+    auto* const domain = propertyOf<NSString, "defaults">(specifier);
+    auto* const key = propertyOf<NSString, "key">(specifier);
     NSObject* const value = domain == nullptr || key == nullptr ? nullptr : stockPreference(domain, key);
     return value == nullptr ? specifier->propertyForKey(constantString<"default">()) : value;
 }
@@ -25,11 +25,11 @@ NSObject* readPreferenceValue(PSViewController*, SEL, PSSpecifier* specifier)
 /// Whoever waits for the specifier's notification is told at once, whenever the file is written.
 void setPreferenceValue_specifier(PSViewController*, SEL, NSObject* value, PSSpecifier* specifier)
 {
-    NSString* const domain = propertyOf<NSString, "defaults">(specifier);
-    NSString* const key = propertyOf<NSString, "key">(specifier);
+    auto* const domain = propertyOf<NSString, "defaults">(specifier);
+    auto* const key = propertyOf<NSString, "key">(specifier);
     if (domain != nullptr && key != nullptr)
         setStockPreference(domain, key, value);
-    if (NSString* const notification = propertyOf<NSString, "PostNotification">(specifier))
+    if (auto* const notification = propertyOf<NSString, "PostNotification">(specifier))
         postDarwinNotification(phoneRoot(), toUTF8(notification));
 }
 

@@ -86,10 +86,10 @@ Class controllerOf(const std::string& bundle)
 
 Owned<PSListController> controllerFor(NSDictionary* description, NSDictionary* entry)
 {
-    if (NSString* const bundle = valueOfClass<NSString>(entry, constantString<"bundle">()))
+    if (auto* const bundle = valueOfClass<NSString>(entry, constantString<"bundle">()))
         return adopt(send<"new", PSListController*>(controllerOf(toUTF8(bundle))));
     Owned<PSListController> page = adopt(send<"new", PSListController*>(classNamed<"PSListController">()));
-    NSArray* const items = valueOfClass<NSArray>(description, constantString<"items">());
+    auto* const items = valueOfClass<NSArray>(description, constantString<"items">());
     send<"setSpecifiers:">(page.get(), specifiersOfItems(items, page, nullptr));
     return page;
 }
@@ -118,7 +118,7 @@ PSListController* openPage(const std::string& name)
 {
     const fs::path file = onThisMachine("/Library/PreferenceLoader/Preferences/" + name + ".plist");
     NSDictionary* const description = readPropertyList(file);
-    NSDictionary* const entry = valueOfClass<NSDictionary>(description, constantString<"entry">());
+    auto* const entry = valueOfClass<NSDictionary>(description, constantString<"entry">());
     if (entry == nullptr)
         throw std::runtime_error(file.native() + " is no entry of the Settings");
 

@@ -132,7 +132,8 @@ class Image:
                 child, offset = uleb(trie, offset + len(label) + 1)
                 walk(child, name + label)
 
-        walk(0, "")
+        if trie:
+            walk(0, "")
         return found
 
     def undefined_symbols(self):

@@ -21,12 +21,15 @@ PACKAGE = Path(sys.argv.pop(1))
 
 LIBRARY = "Library/MobileSubstrate/DynamicLibraries/Solvane.dylib"
 FILTER = "Library/MobileSubstrate/DynamicLibraries/Solvane.plist"
-SETTINGS = "Library/PreferenceLoader/Preferences/Solvane.plist"
+ENTRY = "Library/PreferenceLoader/Preferences/Solvane.plist"
+BUNDLE = "Library/PreferenceBundles/Solvane.bundle"
+PAGE_CODE = f"{BUNDLE}/Solvane"
+PAGE_FILES = [f"{BUNDLE}/{name}" for name in ("Info.plist", "Solvane.plist", "Solvane.png", "Solvane@2x.png", "Solvane@3x.png")]
 PICTURES = [f"Library/Application Support/Solvane/{name}.png" for name in (
     "Badge", "Badge@2x", "Calendar", "Calendar@2x", "Notification", "Notification@2x",
 )]  # fmt: skip
 
-# Every library of an iOS 7 phone that this one is linked with; the loader's framework has the version 0, and of the weather's no
+# Every library of an iOS 7 phone that the library is linked with; the loader's framework has the version 0, and of the weather's no
 # version is asked for.
 LIBRARIES = {
     "/Library/Frameworks/CydiaSubstrate.framework/CydiaSubstrate": 0,
@@ -39,6 +42,9 @@ LIBRARIES = {
     "/usr/lib/libc++.1.dylib": 0x10000,
     "/usr/lib/libobjc.A.dylib": 0x10000,
 }
+WEATHER = "/System/Library/PrivateFrameworks/Weather.framework/Weather"
+# And those of them that the page needs.
+PAGE_LIBRARIES = {name: version for name, version in LIBRARIES.items() if not re.search("CydiaSubstrate|EventKit|UIKit|Weather", name)}
 
 # In a library's data, what the phone's object runtime reads.
 RUNTIME_SECTIONS = ("__objc_imageinfo", "__objc_selrefs", "__cfstring")
@@ -69,13 +75,11 @@ def unpacked(member):
 
 
 ENTRIES, CONTENTS = unpacked("data.tar.gz")
-SLICES = mach_o.slices(CONTENTS[LIBRARY])
-IMAGES = {name: mach_o.Image(data) for name, (data, _, _) in SLICES.items()}
 
 
-def platform_symbols(architecture):
+def platform_symbols(table, architecture):
     """The symbols that a slice may take from the phone, with their libraries' file names and versions."""
-    for line in (HERE / "platform_symbols.txt").read_text().splitlines():
+    for line in (HERE / table).read_text().splitlines():
         if line.startswith("#"):
             continue
         symbol, library, since, *only = line.split()
@@ -95,11 +99,11 @@ class Package(unittest.TestCase):
             self.assertEqual(MEMBERS[member][:3], b"\x1f\x8b\x08", "gzip")
 
     def test_holds_these_files_and_no_others(self):
-        self.assertEqual(sorted(CONTENTS), sorted([LIBRARY, FILTER, SETTINGS, *PICTURES]))
+        self.assertEqual(sorted(CONTENTS), sorted([LIBRARY, FILTER, ENTRY, PAGE_CODE, *PAGE_FILES, *PICTURES]))
 
     def test_belongs_to_root_with_the_right_modes(self):
         for name, entry in ENTRIES.items():
-            expected = 0o755 if entry.isdir() or name == LIBRARY else 0o644
+            expected = 0o755 if entry.isdir() or name in (LIBRARY, PAGE_CODE) else 0o644
             self.assertEqual(stat.S_IMODE(entry.mode), expected, name)
             self.assertEqual((entry.uid, entry.gid, entry.uname, entry.gname), (0, 0, "root", "root"), name)
 
@@ -122,7 +126,7 @@ class Package(unittest.TestCase):
         self.assertEqual(fields["Version"], version)
         self.assertEqual(fields["Architecture"], "iphoneos-arm")
         self.assertEqual(fields["Pre-Depends"].split(", "), ["firmware (>= 7.0.3)", "firmware (<< 9.0)", "cy+model.iphone | cy+model.ipod"])
-        self.assertEqual(fields["Depends"].split(", "), ["mobilesubstrate", "preferenceloader"])
+        self.assertEqual(fields["Depends"].split(", "), ["mobilesubstrate", "preferenceloader (>= 2.2.2)"])
         for field in ("Name", "Section", "Maintainer", "Description"):
             self.assertTrue(fields[field], field)
         size = sum(len(content) for content in CONTENTS.values())
@@ -138,62 +142,102 @@ class Package(unittest.TestCase):
             self.assertEqual(CONTENTS[name], (SOURCES / "assets/Solvane" / Path(name).name).read_bytes(), name)
             self.assertIn(f"/{name.replace('@2x', '')}".encode(), CONTENTS[LIBRARY])
 
-    def test_has_an_entry_in_the_settings(self):
-        settings = plistlib.loads(CONTENTS[SETTINGS])
-        self.assertEqual(settings["entry"]["cell"], "PSLinkCell")
-        self.assertEqual(settings["entry"]["label"], "Solvane")
-        rows = {row["cell"]: row for row in settings["items"]}
-        field, switch = rows["PSEditTextCell"], rows["PSSwitchCell"]
-        self.assertEqual((field["label"], field["key"], field["PostNotification"]), ("Name", "Name", "loadSolvaneS"))
-        self.assertEqual(switch["PostNotification"], "RespringSV")
-        self.assertNotEqual(switch["key"], "Name")
-        for row in (field, switch):
-            self.assertEqual(row["defaults"], "org.solvane.Solvane")
+    def test_has_an_entry_in_the_settings_that_leads_to_the_page(self):
+        entry = plistlib.loads(CONTENTS[ENTRY])
+        self.assertEqual(list(entry), ["entry"])
+        entry = entry["entry"]
+        self.assertEqual((entry["cell"], entry["label"], entry["isController"]), ("PSLinkCell", "Solvane", True))
+        self.assertEqual(f"Library/PreferenceBundles/{entry['bundle']}.bundle", BUNDLE)
+        self.assertIn(f"{BUNDLE}/{entry['icon']}", CONTENTS)
+        description = plistlib.loads(CONTENTS[f"{BUNDLE}/Info.plist"])
+        self.assertEqual(description["NSPrincipalClass"], entry["detail"])
+        self.assertIn(entry["detail"].encode(), CONTENTS[PAGE_CODE])
+        self.assertEqual(f"{BUNDLE}/{description['CFBundleExecutable']}", PAGE_CODE)
+        self.assertIn(description["CFBundleShortVersionString"], PACKAGE.name)
+
+    def test_has_a_page_with_a_name_and_a_button_that_asks_first(self):
+        rows = {row["id"]: row for row in plistlib.loads(CONTENTS[f"{BUNDLE}/Solvane.plist"])["items"] if "id" in row}
+        name, button = rows["Name"], rows["Relaunch"]
+        self.assertEqual((name["cell"], name["placeholder"], name["autoCaps"], name["noAutoCorrect"]), ("PSEditTextCell", "Pal", "words", True))
+        self.assertEqual(button["cell"], "PSButtonCell")
+        self.assertEqual(set(button["confirmation"]), {"title", "prompt", "okTitle", "cancelTitle"})
+        self.assertIn(button["action"].encode(), CONTENTS[PAGE_CODE])
+        for row in rows.values():
+            # Nothing is left to the Settings, which may write it later.
+            self.assertFalse({"defaults", "PostNotification"} & set(row), row["id"])
+            self.assertIn(row.get("key", "").encode(), CONTENTS[PAGE_CODE])
         for text in ("loadSolvaneS", "RespringSV", "/User/Library/Preferences/org.solvane.Solvane.plist"):
             self.assertIn(text.encode(), CONTENTS[LIBRARY])
+            self.assertIn(text.encode(), CONTENTS[PAGE_CODE])
+
+    def test_has_the_pages_icon_for_each_screen(self):
+        for suffix, side in (("", 29), ("@2x", 58), ("@3x", 87)):
+            picture = CONTENTS[f"{BUNDLE}/Solvane{suffix}.png"]
+            self.assertEqual(struct.unpack(">II", picture[16:24]), (side, side))
+
+    def test_has_stubs_of_just_the_symbols_that_it_takes(self):
+        stubs = {}
+        for stub in (SOURCES / "packaging/stubs").glob("*.tbd"):
+            text = stub.read_text()
+            library = file_name(re.search(r"install-name:\s*(\S+)", text)[1])
+            for targets, symbols in re.findall(r"targets:\s*\[([^]]*)\]\s*symbols:\s*\[([^]]*)\]", text):
+                for target in ("armv7", "arm64"):
+                    if f"{target}-ios" in targets:
+                        stubs.setdefault(target, set()).update((symbol, library) for symbol in re.split(r"[\s,]+", symbols.strip()))
+        for name in ("armv7", "arm64"):
+            taken = {row[:2] for code in (Library, Page) for row in platform_symbols(code.symbols, name)}
+            self.assertEqual(stubs[name], taken, name)
 
 
-class Library(unittest.TestCase):
+class Code:
+    """What holds of each file of code: `path` in the package, its `libraries`, the table of the `symbols` that it takes from the
+    phone, the names that it `exports`, the `identifier` of its signature, and how many `instructions`, `selectors` and constant `texts` it
+    has at the least."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.slices = mach_o.slices(CONTENTS[cls.path])
+        cls.images = {name: mach_o.Image(data) for name, (data, _, _) in cls.slices.items()}
+
     def test_is_for_both_processors(self):
-        self.assertEqual(list(SLICES), ["armv7", "arm64"])
-        for name, (_, alignment, offset) in SLICES.items():
+        self.assertEqual(list(self.slices), ["armv7", "arm64"])
+        for name, (_, alignment, offset) in self.slices.items():
             self.assertEqual(alignment, 14, name)
             self.assertEqual(offset % (1 << 14), 0, name)
 
     def test_is_a_library_for_ios_7(self):
-        for name, image in IMAGES.items():
+        for name, image in self.images.items():
             with self.subTest(name):
                 self.assertEqual(image.file_type, 6)
-                self.assertEqual(image.install_name, f"/{LIBRARY}")
+                self.assertEqual(image.install_name, f"/{self.path}")
                 self.assertEqual(image.minimum_version, (7, 0))
                 # No undefined symbols; dynamically linked; each symbol from its own library.
                 self.assertEqual(image.flags & 0x85, 0x85)
 
     def test_is_linked_with_libraries_that_a_phone_has(self):
-        for name, image in IMAGES.items():
-            self.assertEqual(dict(image.libraries), LIBRARIES, name)
+        for name, image in self.images.items():
+            self.assertEqual(dict(image.libraries), self.libraries, name)
 
-    def test_can_do_without_the_weather_alone(self):
-        weather = {"/System/Library/PrivateFrameworks/Weather.framework/Weather"}
-        for name, image in IMAGES.items():
+    def test_cannot_do_without_any_but_the_weather(self):
+        weather = {WEATHER} & set(self.libraries)
+        for name, image in self.images.items():
             with self.subTest(name):
                 self.assertEqual((weak_imports.libraries(image.data), image.weak_libraries), (weather, weather))
                 self.assertEqual((weak_imports.symbols(image.data), image.weak_bindings()), (set(), set()))
 
     def test_exports_its_names_and_no_others(self):
-        intended = {f"_{name}" for name in (SOURCES / "tests/exported_names.txt").read_text().split()}
-        for name, image in IMAGES.items():
-            self.assertEqual(set(image.exports()), intended, name)
+        for name, image in self.images.items():
+            self.assertEqual(set(image.exports()), self.exports, name)
 
     def test_exports_functions_in_the_state_that_they_run_in(self):
-        image = IMAGES["armv7"]
+        image = self.images["armv7"]
         code = image.sections["__TEXT", "__text"]
         for name, address in image.exports().items():
             is_code = code["address"] <= address < code["address"] + code["size"]
             self.assertEqual(address & 1, int(is_code), name)
 
     def test_points_to_functions_in_the_state_that_they_run_in(self):
-        image = IMAGES["armv7"]
+        image = self.images["armv7"]
         code = image.sections["__TEXT", "__text"]
         constants = image.sections["__DATA", "__const"]
         start = constants["file_offset"]
@@ -204,67 +248,43 @@ class Library(unittest.TestCase):
 
     def test_leaves_its_code_for_the_platforms_in_a_way_that_leads_there(self):
         # ldr ip, [pc, #4]; add pc, pc; bx ip
-        self.assertNotIn(bytes.fromhex("dff804c0 ff44 6047"), bytes(IMAGES["armv7"].data))
+        self.assertNotIn(bytes.fromhex("dff804c0 ff44 6047"), bytes(self.images["armv7"].data))
 
     def test_takes_only_what_ios_7_has(self):
-        for name, image in IMAGES.items():
-            allowed = {symbol: since for symbol, _, since in platform_symbols(name)}
+        for name, image in self.images.items():
+            allowed = {symbol: since for symbol, _, since in platform_symbols(self.symbols, name)}
             self.assertEqual(image.undefined_symbols(), set(allowed), name)
             for symbol, since in allowed.items():
                 self.assertLessEqual(since, (7, 0), symbol)
 
     def test_takes_each_symbol_from_the_library_that_has_it(self):
-        for name, image in IMAGES.items():
-            expected = {(symbol, library) for symbol, library, _ in platform_symbols(name)}
+        for name, image in self.images.items():
+            expected = {(symbol, library) for symbol, library, _ in platform_symbols(self.symbols, name)}
             self.assertEqual({(symbol, file_name(library)) for symbol, library in image.bindings()}, expected, name)
 
-    def test_is_linked_against_stubs_of_just_these_symbols(self):
-        stubs = {}
-        for stub in (SOURCES / "packaging/stubs").glob("*.tbd"):
-            text = stub.read_text()
-            library = file_name(re.search(r"install-name:\s*(\S+)", text)[1])
-            for targets, symbols in re.findall(r"targets:\s*\[([^]]*)\]\s*symbols:\s*\[([^]]*)\]", text):
-                for target in ("armv7", "arm64"):
-                    if f"{target}-ios" in targets:
-                        stubs.setdefault(target, set()).update((symbol, library) for symbol in re.split(r"[\s,]+", symbols.strip()))
-        for name in IMAGES:
-            self.assertEqual(stubs[name], {(symbol, library) for symbol, library, _ in platform_symbols(name)}, name)
-
     def test_runs_on_the_oldest_processors_that_such_phones_have(self):
-        for name in SLICES:
-            instructions, unknown = disassembled(name)
-            self.assertGreater(instructions, 5_000, name)
+        for name in self.slices:
+            instructions, unknown = disassembled(name, self.slices[name][0])
+            self.assertGreater(instructions, self.instructions, name)
             self.assertEqual(unknown, [], name)
 
     def test_has_its_selectors_and_constant_texts_as_compilers_write_them(self):
-        for name, image in IMAGES.items():
+        for name, image in self.images.items():
             with self.subTest(name):
                 sections = {section: image.sections["__DATA", section]["size"] for section in RUNTIME_SECTIONS}
                 self.assertEqual(sections["__objc_imageinfo"], 8)
-                self.assertGreater(sections["__objc_selrefs"], 150 * image.word)
-                self.assertGreater(sections["__cfstring"], 50 * 4 * image.word)
+                self.assertGreater(sections["__objc_selrefs"], self.selectors * image.word)
+                self.assertGreater(sections["__cfstring"], self.texts * 4 * image.word)
 
     def test_sends_without_a_question(self):
-        loaded, questions = selectors_loaded(IMAGES["arm64"])
-        references = IMAGES["arm64"].sections["__DATA", "__objc_selrefs"]
+        loaded, questions = selectors_loaded(self.images["arm64"])
+        references = self.images["arm64"].sections["__DATA", "__objc_selrefs"]
         # Some are read together with what stands beside them.
         self.assertGreater(len(loaded), 0.95 * references["size"] / 8)
         self.assertEqual(questions, [])
 
-    def test_is_no_larger_than_it_was(self):
-        self.assertLessEqual(len(IMAGES["armv7"].data), 62_000)
-        self.assertLessEqual(len(IMAGES["arm64"].data), 76_000)
-
-    def test_has_two_initialisers_in_order(self):
-        for name, image in IMAGES.items():
-            with self.subTest(name):
-                first, second = (address & ~1 for address in image.initialisers())
-                telling = {"_dlopen", "_objc_autoreleasePoolPush"}
-                self.assertEqual(calls_between(name, first, first + 0x120) & telling, telling)
-                self.assertEqual(calls_between(name, second, second + 0x80) & telling, {"_objc_autoreleasePoolPush"})
-
     def test_has_segments_of_whole_pages_that_are_not_both_written_and_run(self):
-        for name, image in IMAGES.items():
+        for name, image in self.images.items():
             page = 0x4000 if name == "arm64" else 0x1000
             self.assertEqual([segment["name"] for segment in image.segments], ["__TEXT", "__DATA", "__LINKEDIT"])
             self.assertEqual([segment["protection"] for segment in image.segments], [5, 3, 1])
@@ -279,11 +299,11 @@ class Library(unittest.TestCase):
             self.assertEqual(end, len(image.data), name)
 
     def test_has_no_local_symbols(self):
-        for name, image in IMAGES.items():
+        for name, image in self.images.items():
             self.assertEqual(image.local_symbol_count(), 0, name)
 
     def test_has_a_valid_signature_in_the_form_of_other_extensions(self):
-        for name, image in IMAGES.items():
+        for name, image in self.images.items():
             with self.subTest(name):
                 offset, size = (image.number(mach_o.LC_CODE_SIGNATURE, field) for field in (8, 12))
                 self.assertEqual(offset + size, len(image.data))
@@ -292,14 +312,54 @@ class Library(unittest.TestCase):
                 self.assertEqual(list(blobs), [code_signature.CODE_DIRECTORY_SLOT, code_signature.REQUIREMENTS_SLOT])
                 self.assertEqual(blobs[code_signature.REQUIREMENTS_SLOT], code_signature.NO_REQUIREMENTS)
                 directory = blobs[code_signature.CODE_DIRECTORY_SLOT]
-                self.assertEqual(code_signature.check_directory(directory, code, blobs), ("sha1", "org.solvane.Solvane"))
+                self.assertEqual(code_signature.check_directory(directory, code, blobs), ("sha1", self.identifier))
 
     def test_tells_nothing_of_where_it_was_built(self):
-        known = re.compile(rb"/(System/Library|Library|User/Library|usr/lib)/[^\0]*\.(framework/\w+|dylib|png|plist|lockbundle/\w+)$")
-        for path in re.findall(rb"(?<![ -~])/[ -~]{3,}(?=\0)", CONTENTS[LIBRARY]):
+        known = re.compile(rb"/(System/Library|Library|User/Library|usr/lib)/[^\0]*\.(framework/\w+|dylib|png|plist|lockbundle/\w+|bundle(/\w+)?)$")
+        for path in re.findall(rb"(?<![ -~])/[ -~]{3,}(?=\0)", CONTENTS[self.path]):
             self.assertRegex(path, known)
         for trace in (str(SOURCES).encode(), b".cpp", b".hpp", b"clang", b"/tmp/", b"/home/"):
-            self.assertNotIn(trace, CONTENTS[LIBRARY])
+            self.assertNotIn(trace, CONTENTS[self.path])
+
+
+class Library(Code, unittest.TestCase):
+    path = LIBRARY
+    libraries = LIBRARIES
+    symbols = "platform_symbols.txt"
+    exports = {f"_{name}" for name in (SOURCES / "tests/exported_names.txt").read_text().split()}
+    identifier = "org.solvane.Solvane"
+    instructions = 5_000
+    selectors = 150
+    texts = 50
+
+    def test_is_no_larger_than_it_was(self):
+        self.assertLessEqual(len(self.images["armv7"].data), 62_000)
+        self.assertLessEqual(len(self.images["arm64"].data), 76_000)
+
+    def test_has_two_initialisers_in_order(self):
+        for name, image in self.images.items():
+            with self.subTest(name):
+                first, second = (address & ~1 for address in image.initialisers())
+                telling = {"_dlopen", "_objc_autoreleasePoolPush"}
+                self.assertEqual(calls_between(name, self.slices[name][0], first, first + 0x120) & telling, telling)
+                self.assertEqual(calls_between(name, self.slices[name][0], second, second + 0x80) & telling, {"_objc_autoreleasePoolPush"})
+
+
+class Page(Code, unittest.TestCase):
+    path = PAGE_CODE
+    libraries = PAGE_LIBRARIES
+    symbols = "page_symbols.txt"
+    exports = set()
+    identifier = "org.solvane.Solvane.settings"
+    instructions = 500
+    selectors = 30
+    texts = 15
+
+    def test_has_one_initialiser(self):
+        for name, image in self.images.items():
+            with self.subTest(name):
+                (only,) = (address & ~1 for address in image.initialisers())
+                self.assertIn("_objc_autoreleasePoolPush", calls_between(name, self.slices[name][0], only, only + 0x80))
 
 
 # What a slice's code and its stubs are, and the processors of the oldest phones: those of the iPhone 4 and 5s.
@@ -309,19 +369,19 @@ CHANGED_BY_CALLS = {f"x{number}" for number in range(19)}
 PROCESSORS = {"armv7": "cortex-a8", "arm64": "apple-a7"}
 
 
-def listing(architecture, triple, *options):
+def listing(architecture, data, triple, *options):
     return subprocess.run(
         ["llvm-objdump-19", "--disassemble", f"--triple={triple}", f"--mcpu={PROCESSORS[architecture]}", *options, "-"],
-        input=SLICES[architecture][0], capture_output=True, check=True,
+        input=data, capture_output=True, check=True,
     ).stdout.decode(errors="replace").splitlines()  # fmt: skip
 
 
-def disassembled(architecture):
+def disassembled(architecture, data):
     """How many instructions a slice has, and the lines of those that its oldest processor does not know."""
     code_triple, stubs_triple = TRIPLES[architecture]
     # A listing of this kind knows of the constants between the instructions.
-    code = [line for line in listing(architecture, code_triple, "--macho") if "@ KIND_" not in line]
-    stubs = listing(architecture, stubs_triple, "--section=__stubs", "--section=__stub_helper")
+    code = [line for line in listing(architecture, data, code_triple, "--macho") if "@ KIND_" not in line]
+    stubs = listing(architecture, data, stubs_triple, "--section=__stubs", "--section=__stub_helper")
     return len(code) + len(stubs), [line for line in code + stubs if re.search(r"\t\.(short|long)\b|<unknown>", line)]
 
 
@@ -333,7 +393,7 @@ def selectors_loaded(image):
     selectors = set()
     loaded = set()
     questions = []
-    for line in listing("arm64", TRIPLES["arm64"][0], "--section=__text", "--no-show-raw-insn"):
+    for line in listing("arm64", image.data, TRIPLES["arm64"][0], "--section=__text", "--no-show-raw-insn"):
         found = re.match(r"\s*[0-9a-f]+:\s+([a-z.]+)\s*([^,]*)(?:, (.*))?", line)
         if not found:
             continue
@@ -357,10 +417,10 @@ def selectors_loaded(image):
     return loaded, questions
 
 
-def calls_between(architecture, first, end):
+def calls_between(architecture, data, first, end):
     """The symbols of other libraries that the code between two addresses calls."""
     calls = set()
-    for line in listing(architecture, TRIPLES[architecture][0], "--macho"):
+    for line in listing(architecture, data, TRIPLES[architecture][0], "--macho"):
         found = re.match(r"\s*([0-9a-f]+):.*symbol stub for: (\S+)", line)
         if found and first <= int(found[1], 16) < end:
             calls.add(found[2])
