@@ -79,7 +79,8 @@ void showConfirmationViewForSpecifier(PSListController* self, SEL, PSSpecifier* 
     alert->setDelegate(self);
     alert->addButtonWithTitle(valueOfClass<NSString>(question, constantString<"cancelTitle">()));
     alert->addButtonWithTitle(valueOfClass<NSString>(question, constantString<"okTitle">()));
-    alert->setTag(send<"indexOfObjectIdenticalTo:", NSInteger>(self->specifiers(), static_cast<id>(specifier)));
+    alert->setTag(
+        static_cast<NSInteger>(send<"indexOfObjectIdenticalTo:", NSUInteger>(self->specifiers(), static_cast<id>(specifier))));
     alert->show();
 }
 

@@ -14,6 +14,7 @@
 namespace {
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::IsEmpty;
 using testing::StartsWith;
 
@@ -110,6 +111,14 @@ TEST_F(Page, ShowsTheNameTheGreetingAndTheVersion)
     EXPECT_EQ(page.shown("Name"), "");
     EXPECT_EQ(page.shown("Greeting"), "Good morning, Pal.");
     EXPECT_EQ(page.shown("Version"), SOLVANE_VERSION);
+}
+
+TEST_F(Page, IsOfItsBundleThoughItsClassIsOfNone)
+{
+    PSListController* const controller = page.controller();
+    EXPECT_THAT(textOf(controller->bundle()->bundlePath()), EndsWith("/Library/PreferenceBundles/Solvane.bundle"));
+    auto* const ofClass = send<"bundleForClass:", NSBundle*>(objc_getClass("NSBundle"), object_getClass(controller));
+    EXPECT_EQ(ofClass, (send<"mainBundle", NSBundle*>(objc_getClass("NSBundle"))));
 }
 
 TEST_F(Page, WritesNamesWithCapitalsAndWithoutCorrection)
