@@ -182,8 +182,8 @@ inline auto replaceMethod(Class cls, Result (*implementation)(Self*, SEL, Argume
     const auto replacement = reinterpret_cast<IMP>(implementation);
     IMP previous = method_getImplementation(method);
     if (class_addMethod(cls, selector<Name>(), replacement, method_getTypeEncoding(method)) == NO) {
-        // GNU's runtime gives a class that has had no message yet a table of methods that others share.
-        send<"class", Class>(cls);
+        // GNU's runtime gives a class that has had no message yet a table of methods that others share; this gives it its own.
+        class_respondsToSelector(cls, selector<Name>());
         previous = method_setImplementation(method, replacement);
     }
     return reinterpret_cast<Result (*)(Self*, SEL, Arguments...)>(previous);

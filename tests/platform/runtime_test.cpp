@@ -135,6 +135,19 @@ TEST(Send, CarriesVariadicArguments)
 
 // Class lookup
 
+TEST(Hook, OfAClassThatHasHadNoMessageYetConcernsThatClassAlone)
+{
+    const Class hooked = objc_allocateClassPair(objc_getClass("NSObject"), "HookedBeforeAnyMessage", 0);
+    class_addMethod(hooked, selector<"hookedMessage">(), reinterpret_cast<IMP>(+[](NSObject*, SEL) {}), "v@:");
+    objc_registerClassPair(hooked);
+    const Class other = objc_allocateClassPair(objc_getClass("NSObject"), "OtherBeforeAnyMessage", 0);
+    objc_registerClassPair(other);
+    const auto replacement = reinterpret_cast<IMP>(+[](NSObject*, SEL) {});
+    MSHookMessageEx(hooked, selector<"hookedMessage">(), replacement, nullptr);
+    EXPECT_EQ(class_getMethodImplementation(hooked, selector<"hookedMessage">()), replacement);
+    EXPECT_NE(class_getMethodImplementation(other, selector<"hookedMessage">()), replacement);
+}
+
 TEST(ClassNamed, LooksAgainUntilTheClassIsThere)
 {
     EXPECT_EQ(classNamed<"Latecomer">(), nullptr);
