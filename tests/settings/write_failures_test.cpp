@@ -49,30 +49,31 @@ void overrulePermissions(bool may)
     __user_cap_header_struct header{.version = _LINUX_CAPABILITY_VERSION_3, .pid = 0};
     __user_cap_data_struct sets[_LINUX_CAPABILITY_U32S_3]{};
     ::syscall(SYS_capget, &header, sets);
-    constexpr std::uint32_t overruling = 1U << CAP_DAC_OVERRIDE;
+    constexpr std::uint32_t overruling = 1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH;
     sets[0].effective = may ? sets[0].effective | (overruling & sets[0].permitted) : sets[0].effective & ~overruling;
     if (::syscall(SYS_capset, &header, sets) != 0)
         throw std::runtime_error("cannot change what root may do");
 }
 
-/// A folder in which nothing can be made, not even by root.
-class ReadOnlyFolder {
+/// A file or folder with these permissions, which hold for root too.
+class Restricted {
 public:
-    explicit ReadOnlyFolder(fs::path folder) : folder_(std::move(folder))
+    Restricted(fs::path path, fs::perms permissions) : path_(std::move(path)), before_(fs::status(path_).permissions())
     {
-        fs::permissions(folder_, fs::perms::owner_read | fs::perms::owner_exec);
+        fs::permissions(path_, permissions);
         overrulePermissions(false);
     }
-    ReadOnlyFolder(const ReadOnlyFolder&) = delete;
-    ReadOnlyFolder& operator=(const ReadOnlyFolder&) = delete;
-    ~ReadOnlyFolder()
+    Restricted(const Restricted&) = delete;
+    Restricted& operator=(const Restricted&) = delete;
+    ~Restricted()
     {
         overrulePermissions(true);
-        fs::permissions(folder_, fs::perms::owner_all);
+        fs::permissions(path_, before_);
     }
 
 private:
-    fs::path folder_;
+    fs::path path_;
+    fs::perms before_;
 };
 
 constexpr const char* plist = "org.solvane.Solvane.plist";
@@ -114,6 +115,19 @@ TEST_F(PreferencesFile, ThatCannotBeReadIsLeftAlone)
     EXPECT_THAT(SettingsPage::alerts(), ElementsAre(AllOf(StartsWith("The name was not saved: "), EndsWith("Is a directory"))));
     EXPECT_EQ(readFile(file / "inside"), "kept");
     EXPECT_THAT(files(), ElementsAre(plist));
+}
+
+TEST_F(PreferencesFile, ThatMayNotBeReadIsNotReplaced)
+{
+    const std::string before = xmlPropertyList("<dict><key>Other</key><integer>7</integer></dict>");
+    page.tree().writePreferences(before);
+    {
+        const Restricted unreadable(file, fs::perms::none);
+        page.enterName("ana");
+    }
+    EXPECT_THAT(SettingsPage::alerts(),
+                ElementsAre(AllOf(StartsWith("The name was not saved: "), EndsWith("Permission denied"))));
+    EXPECT_EQ(readFile(file), before);
 }
 
 TEST_F(PreferencesFile, InNoFolderCannotBeWritten)
@@ -177,7 +191,7 @@ TEST_F(PreferencesFile, InAFolderThatIsReadOnlyStaysAsItWas)
     page.tree().writePreferencesXML("<dict><key>Name</key><string>Ana</string></dict>");
     page.reopen();
     const std::string before = readFile(file);
-    const ReadOnlyFolder folder(file.parent_path());
+    const Restricted folder(file.parent_path(), fs::perms::owner_read | fs::perms::owner_exec);
     page.enterName("bo");
     EXPECT_THAT(SettingsPage::alerts(),
                 ElementsAre(AllOf(StartsWith("The name was not saved: "), EndsWith("Permission denied"))));

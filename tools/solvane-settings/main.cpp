@@ -54,10 +54,19 @@ void printAlerts()
         std::cerr << "solvane-settings: " << toUTF8(alert->title()) << ": " << toUTF8(alert->message()) << '\n';
 }
 
+/// Throws std::runtime_error when the page that is installed has no such cell.
+PSTableCell* cellNamed(PSListController* page, const std::string& identifier)
+{
+    PSTableCell* const cell = cellOf(page, toNSString(identifier));
+    if (cell == nullptr)
+        throw std::runtime_error("the page has no cell " + identifier);
+    return cell;
+}
+
 /// Edits the name; whether the page shows it afterwards.
 bool editName(PSListController* page, const std::string& name)
 {
-    PSTableCell* const cell = cellOf(page, constantString<"Name">());
+    PSTableCell* const cell = cellNamed(page, "Name");
     UITextField* const field = fieldOf(cell);
     field->becomeFirstResponder();
     field->setText(toNSString(name));
@@ -69,13 +78,13 @@ bool editName(PSListController* page, const std::string& name)
 /// Presses the button and agrees.
 void relaunch(PSListController* page)
 {
-    pressCell(cellOf(page, constantString<"Relaunch">()));
+    pressCell(cellNamed(page, "Relaunch"));
     send<"sendActionsForControlEvents:">(buttonsOf(shownAlerts().back()).back().get(), UIControlEventTouchUpInside);
 }
 
 void showName(PSListController* page)
 {
-    const std::string name = shownValue(cellOf(page, constantString<"Name">()));
+    const std::string name = shownValue(cellNamed(page, "Name"));
     std::cout << (name.empty() ? "Pal (no name is set)" : name) << '\n';
 }
 
