@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 
 #include "platform/Foundation/NSDictionary.hpp"
-#include "simulator/foundation/phone_system.hpp"
 #include "simulator/foundation/property_lists.hpp"
 #include "simulator/preferences/stock_preferences.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
@@ -104,6 +103,22 @@ TEST(NameTypedOnThePage, GreetsAfterTheButtonOn8_4WhereTheSettingsWriteTooLate)
     const auto [page, stock] = greetingsOn("8.4");
     EXPECT_EQ(page, "Good morning, Ana.");
     EXPECT_EQ(stock, "Good morning, Ana.");
+}
+
+TEST(NameTypedOnAPageOfTheSettings, GreetsOn8_1OnceTheDaemonHasWrittenIt)
+{
+    ::setenv("SOLVANE_SYSTEM", "8.1", 1);
+    SettingsPage page;
+    writeFile(page.tree().root() / "Library/PreferenceLoader/Preferences/Stock.plist", xmlPropertyList(stockPage));
+    LiveConsole springboard(page.tree().root());
+    EXPECT_EQ(springboard.ask("show morningString"), "Good morning, Pal.");
+    page.open("Stock");
+    EXPECT_EQ(greetingAfterTyping(page, "bo", springboard), "Good morning, Pal.");
+    EXPECT_EQ(page.shown("Name"), "Bo");
+    simulator::flushStockPreferences();
+    postFromOutside(page.tree().root(), "RespringSV");
+    EXPECT_EQ(springboard.ask("show morningString"), "Good morning, Bo.");
+    springboard.end();
 }
 
 TEST_F(Page, ShowsTheNameTheGreetingAndTheVersion)
