@@ -5,8 +5,8 @@
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
-#include <pthread.h>
 #include <string_view>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace simulator {
@@ -50,7 +50,8 @@ std::string_view meaningOf(int signal, const siginfo_t* about)
     // A large frame may step over the pages that guard the stack's end.
     constexpr std::uintptr_t near = std::uintptr_t{1} << 20;
     const auto address = reinterpret_cast<std::uintptr_t>(about->si_addr);
-    if (signal == SIGSEGV && address + near > prepared().stackEnd && address < prepared().stackEnd + near)
+    const std::uintptr_t end = prepared().stackEnd;
+    if (signal == SIGSEGV && end != 0 && address + near > end && address < end + near)
         return "ran out of stack";
     for (const Fault& fault : faults) {
         if (fault.signal == signal)
@@ -73,16 +74,13 @@ void report(int signal, siginfo_t* about, void*)
     ::raise(signal);
 }
 
+/// Near enough: how far the stack may grow from here. 0 when there is no limit.
 std::uintptr_t endOfStack()
 {
-    pthread_attr_t attributes;
-    void* lowest = nullptr;
-    std::size_t size = 0;
-    if (::pthread_getattr_np(::pthread_self(), &attributes) == 0) {
-        ::pthread_attr_getstack(&attributes, &lowest, &size);
-        ::pthread_attr_destroy(&attributes);
-    }
-    return reinterpret_cast<std::uintptr_t>(lowest);
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_STACK, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY)
+        return 0;
+    return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) - static_cast<std::uintptr_t>(limit.rlim_cur);
 }
 
 } // namespace
