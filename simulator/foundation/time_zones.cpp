@@ -26,11 +26,19 @@ bool isKnownToICU(const std::string& timeZone)
     return *zone != icu::TimeZone::getUnknown();
 }
 
-/// What the user's zone is called: TZ says so, or the machine.
+std::string machinesName()
+{
+    const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::detectHostTimeZone());
+    icu::UnicodeString identifier;
+    std::string name;
+    return zone->getID(identifier).toUTF8String(name);
+}
+
+/// What the user's zone is called: TZ says so, or the machine. Foundation would tell, too, at the price of all its defaults.
 std::string chosenName(const std::optional<std::string>& timeZone)
 {
     if (!timeZone)
-        return toUTF8(send<"name", NSString*>(send<"systemTimeZone", id>(classNamed<"NSTimeZone">())));
+        return machinesName();
     const std::string name = timeZone->substr(timeZone->starts_with(':') ? 1 : 0);
     return name.empty() ? "UTC" : name;
 }
