@@ -19,10 +19,10 @@ file(GLOB processor_sources CONFIGURE_DEPENDS ${processor_patterns} simulator/lo
 
 # An object library, so that every entry point of the platform is in each process that links it.
 add_library(simulator OBJECT ${simulator_sources} ${processor_sources})
-target_link_libraries(simulator PUBLIC platform PkgConfig::pango PkgConfig::libdeflate PkgConfig::libical PkgConfig::icu ${CMAKE_DL_LIBS})
-# Classes are looked up by name, so the linker sees no use of Foundation.
-target_link_options(simulator PUBLIC -Wl,--no-as-needed)
-target_link_libraries(simulator PUBLIC gnustep-base objc)
+# Classes are looked up by name, so the linker sees no use of Foundation. The loader looks for every symbol of every library in all
+# of them in turn: those that most symbols are in come first.
+target_link_libraries(simulator PUBLIC platform -Wl,--no-as-needed stdc++ gnustep-base objc -Wl,--as-needed
+    PkgConfig::icu PkgConfig::pango PkgConfig::libdeflate PkgConfig::libical ${CMAKE_DL_LIBS})
 set(common_headers <algorithm> <filesystem> <functional> <map> <optional> <stdexcept> <string> <vector>)
 precompile_headers(simulator ${common_headers})
 # Knows times beyond 2038, where words have 32 bits, too.
@@ -33,13 +33,20 @@ set_source_files_properties(simulator/graphics/blur.cpp simulator/graphics/satur
     COMPILE_OPTIONS -O3 SKIP_PRECOMPILE_HEADERS ON)
 
 add_executable(springboard ${console_sources})
-target_link_libraries(springboard PRIVATE simulator nlohmann_json::nlohmann_json PkgConfig::sdl)
-set_target_properties(springboard PROPERTIES ENABLE_EXPORTS ON)
+target_link_libraries(springboard PRIVATE simulator nlohmann_json::nlohmann_json)
+set_target_properties(springboard PROPERTIES ENABLE_EXPORTS ON BUILD_RPATH "$ORIGIN")
 precompile_headers(springboard ${common_headers} <iostream> <nlohmann/json.hpp>)
 target_compile_definitions(springboard PRIVATE SOLVANE_VERSION="${PROJECT_VERSION}")
 foreach(script IN ITEMS scene window tour)
     configure_file(simulator/console/scripts/${script}.txt share/${script}.txt COPYONLY)
 endforeach()
+
+# Loaded for a window only.
+file(GLOB display_sources CONFIGURE_DEPENDS simulator/display/*.cpp)
+add_library(display MODULE ${display_sources})
+target_link_libraries(display PRIVATE platform PkgConfig::sdl)
+set_target_properties(display PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY $<TARGET_FILE_DIR:springboard>)
+add_dependencies(springboard display)
 
 add_executable(notifypost tools/notifypost/main.cpp)
 target_link_libraries(notifypost PRIVATE simulator)

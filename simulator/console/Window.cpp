@@ -1,8 +1,11 @@
 #include "simulator/console/Window.hpp"
 
-#include <SDL.h>
 #include <algorithm>
+#include <chrono>
+#include <cstdint>
 #include <cstdlib>
+#include <dlfcn.h>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -10,7 +13,7 @@
 #include "platform/UIKit/UIScreen.hpp"
 #include "platform/runtime/AutoreleasePool.hpp"
 #include "simulator/console/Keys.hpp"
-#include "simulator/console/MouseTimes.hpp"
+#include "simulator/display/Display.hpp"
 #include "simulator/graphics/Bitmap.hpp"
 #include "simulator/graphics/text.hpp"
 #include "simulator/services/darwin_notifications.hpp"
@@ -22,38 +25,37 @@ namespace simulator {
 
 namespace {
 
-template <class T, void (*Close)(T*)>
-struct Closer {
-    void operator()(T* object) const { Close(object); }
-};
+std::unique_ptr<Display> openDisplay(int width, int height)
+{
+    void* const module = dlopen("display.so", RTLD_NOW);
+    void* const open = module == nullptr ? nullptr : dlsym(module, "openDisplay");
+    if (open == nullptr)
+        throw std::runtime_error(std::string("cannot open a window: ") + dlerror());
+    return std::unique_ptr<Display>(reinterpret_cast<OpenDisplay*>(open)(width, height));
+}
 
-template <class T, void (*Close)(T*)>
-using SdlPointer = std::unique_ptr<T, Closer<T, Close>>;
-
-/// Starts SDL's video, which ends with the process. SDL wakes itself up by a message over a second connection to X; where that
-/// arrives after the window has gone, SDL_Quit would find the complaint, and X's library end the process with status 1.
-struct Video {
-    Video()
-    {
-        if (SDL_Init(SDL_INIT_VIDEO) != 0)
-            throw std::runtime_error(std::string("cannot open a window: ") + SDL_GetError());
-    }
-};
-
-/// Tells how long it was from one time to the next, in milliseconds of SDL's: how long the finger rested, by the times of the
-/// mouse's events, and how long a frame was to be seen.
+/// Tells how long it was from one time to the next, in milliseconds of the display's: how long the finger rested, by the times of
+/// the mouse's events, and how long a frame was to be seen.
 class Stopwatch {
 public:
-    double secondsSinceLast(Uint32 time)
+    double secondsSinceLast(std::uint32_t time)
     {
         // The times begin anew after 49 days, and are never taken to go back.
-        const auto passed = static_cast<Sint32>(time - std::exchange(last_, time));
+        const auto passed = static_cast<std::int32_t>(time - std::exchange(last_, time));
         return std::max(passed, 0) / 1000.0;
     }
 
 private:
-    Uint32 last_ = 0;
+    std::uint32_t last_ = 0;
 };
+
+/// In milliseconds: when the phone's clock shows another one.
+int untilTheNextMinute()
+{
+    using namespace std::chrono;
+    const auto now = system_clock::now();
+    return static_cast<int>(ceil<milliseconds>(ceil<minutes>(now) - now).count());
+}
 
 constexpr CGFloat stripHeight = 26;
 constexpr Colour stripColour{0.07, 0.07, 0.1, 1};
@@ -67,55 +69,32 @@ struct Window::Parts {
         const CGRect bounds = UIScreen::mainScreen()->bounds();
         const double scale = UIScreen::mainScreen()->scale();
         canvas = Bitmap::make({bounds.size.width, bounds.size.height + stripHeight}, scale, true);
-        const int width = cairo_image_surface_get_width(canvas->surface());
-        const int height = cairo_image_surface_get_height(canvas->surface());
-        const double zoom = zoomThatFits(width, height);
-        SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "linear");
-        window.reset(SDL_CreateWindow("Solvane", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, static_cast<int>(width * zoom),
-                                      static_cast<int>(height * zoom), SDL_WINDOW_RESIZABLE));
-        renderer.reset(SDL_CreateRenderer(window.get(), -1, 0));
-        if (renderer == nullptr)
-            throw std::runtime_error(std::string("cannot open a window: ") + SDL_GetError());
-        // Keeps the picture's proportions in a window of any size, and gives the mouse in the picture's pixels.
-        SDL_RenderSetLogicalSize(renderer.get(), width, height);
-        texture.reset(SDL_CreateTexture(renderer.get(), SDL_PIXELFORMAT_ARGB8888, SDL_TEXTUREACCESS_STREAMING, width, height));
+        display =
+            openDisplay(cairo_image_surface_get_width(canvas->surface()), cairo_image_surface_get_height(canvas->surface()));
     }
 
-    static double zoomThatFits(int width, int height)
+    void take(const Display::Event& event)
     {
-        constexpr double share = 0.9;
-        SDL_Rect desk;
-        if (SDL_GetDisplayUsableBounds(0, &desk) != 0)
-            return 1;
-        return std::min({1.0, desk.w * share / width, desk.h * share / height});
-    }
-
-    void take(const SDL_Event& event)
-    {
-        switch (event.type) {
-        case SDL_QUIT:
+        const CGPoint finger = inPoints(event.x, event.y);
+        switch (event.what) {
+        case Display::Happening::closed:
             isOpen = false;
             break;
-        case SDL_WINDOWEVENT:
+        case Display::Happening::uncovered:
             needsDrawing = true;
             break;
-        case SDL_KEYDOWN:
-            needsDrawing |= keys.press(event.key.keysym.sym);
+        case Display::Happening::key:
+            needsDrawing |= keys.press(event.character);
             break;
-        case SDL_MOUSEBUTTONDOWN:
-            if (event.button.button == SDL_BUTTON_LEFT)
-                touchDown(springBoardWindow(), inPoints(event.button.x, event.button.y),
-                          stopwatch.secondsSinceLast(event.common.timestamp));
+        case Display::Happening::pressed:
+            touchDown(springBoardWindow(), finger, stopwatch.secondsSinceLast(event.time));
             break;
-        case SDL_MOUSEMOTION:
+        case Display::Happening::moved:
             if (fingerIsDown())
-                touchMove(inPoints(event.motion.x, event.motion.y), stopwatch.secondsSinceLast(event.common.timestamp));
+                touchMove(finger, stopwatch.secondsSinceLast(event.time));
             break;
-        case SDL_MOUSEBUTTONUP:
-            if (event.button.button == SDL_BUTTON_LEFT)
-                touchUp(inPoints(event.button.x, event.button.y), stopwatch.secondsSinceLast(event.common.timestamp));
-            break;
-        default:
+        case Display::Happening::released:
+            touchUp(finger, stopwatch.secondsSinceLast(event.time));
             break;
         }
     }
@@ -174,33 +153,27 @@ struct Window::Parts {
             if (keys.showsHelp())
                 drawHelp(cairo.get());
         }
-        cairo_surface_t* const surface = canvas->surface();
-        SDL_UpdateTexture(texture.get(), nullptr, cairo_image_surface_get_data(surface), cairo_image_surface_get_stride(surface));
-        SDL_RenderClear(renderer.get());
-        SDL_RenderCopy(renderer.get(), texture.get(), nullptr, nullptr);
-        SDL_RenderPresent(renderer.get());
+        display->show(cairo_image_surface_get_data(canvas->surface()), cairo_image_surface_get_stride(canvas->surface()));
     }
 
     void runOnce()
     {
         const AutoreleasePool pool;
-        constexpr int patience = 30;
         constexpr int frame = 16;
-        SDL_Event event;
-        int hasCome = SDL_WaitEventTimeout(&event, isInMotion() ? frame : patience);
-        advanceMotion(frames.secondsSinceLast(SDL_GetTicks()));
-        for (; hasCome != 0; hasCome = SDL_PollEvent(&event))
-            take(event);
+        std::optional<Display::Event> event = display->next();
+        if (!event) {
+            display->wait(darwinNotificationDescriptor(), isInMotion() ? frame : untilTheNextMinute());
+            event = display->next();
+        }
+        advanceMotion(frames.secondsSinceLast(display->time()));
+        for (; event; event = display->next())
+            take(*event);
         deliverDarwinNotifications();
         draw();
     }
 
     Console& console;
-    Video video;
-    MouseTimes mouseTimes;
-    SdlPointer<SDL_Window, SDL_DestroyWindow> window;
-    SdlPointer<SDL_Renderer, SDL_DestroyRenderer> renderer;
-    SdlPointer<SDL_Texture, SDL_DestroyTexture> texture;
+    std::unique_ptr<Display> display;
     std::shared_ptr<Bitmap> canvas;
     std::shared_ptr<Bitmap> picture;
     Stopwatch stopwatch;

@@ -1,4 +1,4 @@
-#include "simulator/console/MouseTimes.hpp"
+#include "simulator/display/MouseTimes.hpp"
 
 #include <SDL.h>
 #include <SDL_syswm.h>
