@@ -1,11 +1,11 @@
 #pragma once
 
-#include <cstddef>
 #include <filesystem>
 #include <vector>
 
 #include "simulator/loader/Image.hpp"
 #include "simulator/loader/macho/MachOFile.hpp"
+#include "simulator/loader/macho/UnwindTables.hpp"
 
 namespace simulator {
 
@@ -38,7 +38,7 @@ private:
     explicit MachOImage(const macho::MachOFile& file);
 
     macho::Pages memory_;
-    std::vector<std::byte> unwindTables_;
+    macho::UnwindTables unwindTables_;
     std::vector<std::string> weakLibraries_;
     std::vector<void (*)()> initialisers_;
     std::vector<ExportedSymbol> exports_;

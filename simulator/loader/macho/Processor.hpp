@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "simulator/loader/macho/MachOFile.hpp"
+#include "simulator/loader/macho/UnwindTables.hpp"
 #include "simulator/loader/macho/made_code.hpp"
 
 namespace simulator::macho {
@@ -31,8 +32,8 @@ struct Processor {
     std::vector<EntryPoint> (*entryPoints)();
 
     /// Tells this process's unwinder how an exception passes through the functions of a library that lies at `start`, so that
-    /// the library's clean-ups run and its callers get the exception. Gives what must stay as long as the process lives.
-    std::vector<std::byte> (*registerUnwindTables)(const MachOFile& file, const std::byte* start);
+    /// the library's clean-ups run and its callers get the exception.
+    UnwindTables (*registerUnwindTables)(const MachOFile& file, const std::byte* start);
 
     /// For a function of this machine, what a library of the phone calls for it.
     void* (*callableByThePhone)(void* function) = [](void* function) { return function; };

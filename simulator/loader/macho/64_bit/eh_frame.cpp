@@ -11,6 +11,7 @@
 
 /// Of libgcc: the tables must stay where they are.
 extern "C" void __register_frame(const void* tables);
+extern "C" void __deregister_frame(const void* tables);
 
 namespace simulator::macho {
 
@@ -133,11 +134,11 @@ bool isInSegments(const MachOFile& file, Word address)
     });
 }
 
-/// A pointer that the binding has filled, in one of the library's segments.
+/// A pointer that the binding has filled, in one of the library's segments, which are protected by now.
 Word boundPointer(const MachOFile& file, const std::byte* start, std::uint32_t offset)
 {
     for (const segment_command& segment : file.segments()) {
-        if (offset >= segment.vmaddr && segment.vmsize >= sizeof(Word) &&
+        if ((segment.initprot & VM_PROT_READ) != 0 && offset >= segment.vmaddr && segment.vmsize >= sizeof(Word) &&
             offset - segment.vmaddr <= segment.vmsize - sizeof(Word))
             return load(start + offset);
     }
@@ -146,7 +147,7 @@ Word boundPointer(const MachOFile& file, const std::byte* start, std::uint32_t o
 
 } // namespace
 
-std::vector<std::byte> registerEhFrame(const MachOFile& file, const std::byte* start, const FrameEncodings& encodings)
+UnwindTables registerEhFrame(const MachOFile& file, const std::byte* start, const FrameEncodings& encodings)
 {
     const auto unwindInfo = std::ranges::find_if(file.sections(), [](const section& one) {
         return std::strncmp(one.sectname, "__unwind_info", sizeof one.sectname) == 0;
@@ -169,8 +170,12 @@ std::vector<std::byte> registerEhFrame(const MachOFile& file, const std::byte* s
         }
         addFDE(tables, cies[function.personality], function, *frame, reinterpret_cast<Word>(start));
     }
-    std::vector<std::byte> finished = tables.finish();
-    __register_frame(finished.data());
+    const auto forget = [](const std::vector<std::byte>* registered) {
+        __deregister_frame(registered->data());
+        delete registered;
+    };
+    const std::shared_ptr<const std::vector<std::byte>> finished(new std::vector<std::byte>(tables.finish()), forget);
+    __register_frame(finished->data());
     return finished;
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
 
 #include "simulator/loader/macho/MachOFile.hpp"
+#include "simulator/loader/macho/UnwindTables.hpp"
 
 namespace simulator::macho {
 
@@ -32,8 +32,6 @@ struct FrameEncodings {
 /// The library that lies at `start` brings compact unwind tables, which the machine's unwinder cannot read: they are translated
 /// into DWARF's (System V ABI, ".eh_frame"), exact wherever a function calls another, and registered. Functions without a frame
 /// are left out: an exception that comes to one of them ends the process.
-///
-/// Gives the tables, which must stay as long as the process lives.
-std::vector<std::byte> registerEhFrame(const MachOFile& file, const std::byte* start, const FrameEncodings& encodings);
+UnwindTables registerEhFrame(const MachOFile& file, const std::byte* start, const FrameEncodings& encodings);
 
 } // namespace simulator::macho

@@ -77,7 +77,7 @@ std::vector<EntryPoint> entryPoints()
     };
 }
 
-std::vector<std::byte> registerUnwindTables(const MachOFile& file, const std::byte* start)
+UnwindTables registerUnwindTables(const MachOFile& file, const std::byte* start)
 {
     return registerEhFrame(file, start, {returnAddress, &frameOf});
 }

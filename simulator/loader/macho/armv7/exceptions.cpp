@@ -142,7 +142,7 @@ _Unwind_Reason_Code unwindPhoneFrame(_Unwind_State state, _Unwind_Control_Block*
     return _URC_CONTINUE_UNWIND;
 }
 
-std::vector<std::byte> registerUnwindTables(const MachOFile& file, const std::byte* start)
+UnwindTables registerUnwindTables(const MachOFile& file, const std::byte* start)
 {
     Word end = 0;
     for (const segment_command& segment : file.segments())
@@ -160,7 +160,11 @@ std::vector<std::byte> registerUnwindTables(const MachOFile& file, const std::by
     const std::lock_guard lock(unwindTables().mutex);
     const auto first = std::bit_cast<std::uintptr_t>(start);
     unwindTables().tables.push_back({first, first + end, placeOf(2)});
-    return {};
+    return {start, [](const void* gone) {
+                const std::lock_guard lock(unwindTables().mutex);
+                std::erase_if(unwindTables().tables,
+                              [first = std::bit_cast<std::uintptr_t>(gone)](const auto& table) { return table.start == first; });
+            }};
 }
 
 } // namespace simulator::macho::armv7

@@ -43,7 +43,7 @@ std::vector<EntryPoint> entryPoints()
     };
 }
 
-std::vector<std::byte> registerUnwindTables(const MachOFile& file, const std::byte* start)
+UnwindTables registerUnwindTables(const MachOFile& file, const std::byte* start)
 {
     return registerEhFrame(file, start, {returnAddress, &frameOf});
 }
