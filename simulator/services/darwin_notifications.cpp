@@ -264,7 +264,8 @@ void deliverDarwinNotifications()
         ::setsockopt(connection.number(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
         std::array<char, longestDarwinNotificationName> name{};
         const ssize_t length = ::recv(connection.number(), name.data(), name.size(), 0);
-        if (length > 0)
+        // Names are C's strings; what has a zero within would be taken for its beginning.
+        if (length > 0 && std::memchr(name.data(), 0, static_cast<std::size_t>(length)) == nullptr)
             tellObservers(std::string(name.data(), static_cast<std::size_t>(length)));
         connection = Descriptor();
         if (!spareDescriptor())
