@@ -12,7 +12,6 @@
 #include "simulator/console/Script.hpp"
 #include "simulator/console/Window.hpp"
 #include "simulator/console/commands.hpp"
-#include "simulator/console/faults.hpp"
 #include "simulator/console/geometry_report.hpp"
 #include "simulator/console/options.hpp"
 #include "simulator/console/raised_exception.hpp"
@@ -24,6 +23,7 @@
 #include "simulator/foundation/surroundings.hpp"
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/loader/injection.hpp"
+#include "simulator/runtime/faults.hpp"
 #include "simulator/services/darwin_notifications.hpp"
 #include "simulator/springboard/SpringBoard.hpp"
 
@@ -143,7 +143,6 @@ int runSpringBoard(const Options& options, char** arguments)
 
     const AutoreleasePool pool;
     rememberRaisedExceptions();
-    reportFaults();
     if (continuation)
         surroundings() = continuation->surroundings;
     openSystemLog();
@@ -196,6 +195,7 @@ int run(std::span<char*> arguments)
 
 int main(int count, char** arguments)
 {
+    simulator::reportFaults();
     try {
         return simulator::run({arguments, static_cast<std::size_t>(count)});
     } catch (const std::exception& error) {

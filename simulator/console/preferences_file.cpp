@@ -11,7 +11,7 @@ void writePreferredName(const std::optional<std::string>& name)
 {
     const auto file = onThisMachine(preferencesFile);
     const auto settings = adopt(NSMutableDictionary::alloc()->init());
-    if (NSDictionary* const present = readPropertyList(file))
+    if (NSDictionary* const present = readPropertyListToChange(file))
         settings->setDictionary(present);
     if (name)
         settings->setObject_forKey(toNSString(*name), constantString<"Name">());

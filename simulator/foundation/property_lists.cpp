@@ -1,5 +1,6 @@
 #include "simulator/foundation/property_lists.hpp"
 
+#include <cerrno>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -86,6 +87,14 @@ NSObject* propertyListWithData(NSObject*, SEL, NSData* data, NSUInteger, NSUInte
 NSDictionary* readPropertyList(const std::filesystem::path& file)
 {
     const auto bytes = readWholeFile(file, mostBytes);
+    return bytes ? propertyListIn(*bytes) : nullptr;
+}
+
+NSDictionary* readPropertyListToChange(const std::filesystem::path& file)
+{
+    const auto bytes = readWholeFile(file, mostBytes);
+    if (!bytes && errno != ENOENT && errno != EFBIG)
+        throw std::system_error(errno, std::generic_category(), "cannot read " + file.native());
     return bytes ? propertyListIn(*bytes) : nullptr;
 }
 

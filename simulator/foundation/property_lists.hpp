@@ -15,6 +15,10 @@ namespace simulator {
 /// another, and as many objects as ListAllowance has). Autoreleased.
 NSDictionary* readPropertyList(const std::filesystem::path& file);
 
+/// The same for who is going to write the list anew: throws std::system_error when there is a file and it cannot be read, since
+/// what else it holds would be lost.
+NSDictionary* readPropertyListToChange(const std::filesystem::path& file);
+
 /// The same of a file's bytes.
 NSDictionary* propertyListIn(std::string_view bytes);
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "simulator/runtime/faults.hpp"
 #include "simulator/services/darwin_notifications.hpp"
 
 /// `notifypost --root DIR NAME` posts a Darwin notification to every springboard that runs on that root, and returns when
@@ -36,6 +37,7 @@ int post(const char* root, const char* name)
 
 int main(int count, char** words)
 {
+    simulator::reportFaults();
     if (count == 2 && std::string_view(words[1]) == "--help") {
         std::fputs(usage, stdout);
         return 0;

@@ -12,6 +12,7 @@
 #include "simulator/foundation/system_log.hpp"
 #include "simulator/preferences/PSListController.hpp"
 #include "simulator/preferences/Settings.hpp"
+#include "simulator/runtime/faults.hpp"
 #include "simulator/services/darwin_notifications.hpp"
 #include "simulator/uikit/UIAlertView.hpp"
 #include "tools/solvane-settings/options.hpp"
@@ -118,6 +119,7 @@ int run(const SettingsOptions& options)
 
 int main(int count, char** words)
 {
+    simulator::reportFaults();
     if (count == 2 && std::string_view(words[1]) == "--help") {
         std::cout << simulator::settingsUsage;
         return 0;

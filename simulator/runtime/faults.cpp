@@ -1,7 +1,8 @@
-#include "simulator/console/faults.hpp"
+#include "simulator/runtime/faults.hpp"
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
@@ -24,6 +25,7 @@ constexpr Fault faults[] = {
     {SIGFPE, "divided by zero"},
     {SIGILL, "ran what is no code"},
     {SIGABRT, "gave up"},
+    {SIGTRAP, "gave up"},
 };
 
 /// What a handler may look at: nothing is made or asked for any more once there is a fault.
@@ -36,7 +38,7 @@ struct Prepared {
 
 Prepared& prepared()
 {
-    static auto& all = *new Prepared;
+    static constinit Prepared all;
     return all;
 }
 
@@ -62,16 +64,16 @@ std::string_view meaningOf(int signal, const siginfo_t* about)
 
 void report(int signal, siginfo_t* about, void*)
 {
-    const std::size_t lineLength = prepared().lineLength;
-    constexpr std::string_view nobody = "springboard: ";
-    say(lineLength == 0 ? nobody : std::string_view(prepared().line.data(), lineLength));
+    if (const std::size_t lineLength = prepared().lineLength; lineLength != 0) {
+        say(std::string_view(prepared().line.data(), lineLength));
+    } else {
+        say(program_invocation_short_name);
+        say(": ");
+    }
     say(meaningOf(signal, about));
     say("\n");
     constexpr int failure = 2;
-    if (lineLength != 0)
-        ::_exit(failure);
-    ::signal(signal, SIG_DFL);
-    ::raise(signal);
+    ::_exit(failure);
 }
 
 /// Near enough: how far the stack may grow from here. 0 when there is no limit.

@@ -1,11 +1,12 @@
 #pragma once
 
 /// Faults of the processor: memory that is not there, a stack that has run out. A person at the console can ask for one with a
-/// single message to an object that is not what it is taken for.
+/// single message to an object that is not what it is taken for; and the libraries that this program stands on end it so when
+/// they get no memory.
 namespace simulator {
 
-/// From here on, a fault in a command ends the process with status 2, and standard error says in which line. One at any other
-/// time is told as well, and ends it as the system does. To be called once.
+/// From here on, a fault ends the process with status 2, and standard error says what it was: in a command with the line's
+/// number, at any other time with the program's name. To be called once, first.
 void reportFaults();
 
 /// What runs in this scope is the line of that number.
