@@ -284,6 +284,11 @@ std::vector<Step> randomDay(Chance& chance, std::uint64_t length)
     return steps;
 }
 
+std::size_t happeningCount()
+{
+    return std::size(happenings);
+}
+
 void happen(PhoneModel& phone, const Step& step)
 {
     Chance chance(step.seed);

@@ -46,4 +46,6 @@ struct Setting {
 Setting randomSetting(Chance& chance);
 /// That many steps, at least one; early on, the phone is locked.
 std::vector<Step> randomDay(Chance& chance, std::uint64_t length);
+/// How many kinds of happenings there are; a step's is less.
+std::size_t happeningCount();
 void happen(PhoneModel& phone, const Step& step);
