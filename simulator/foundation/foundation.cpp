@@ -10,7 +10,7 @@ void prepareFoundation()
     addConstantTexts();
     replaceTimeZone();
     replaceClock();
-    replacePropertyListReading();
+    replacePropertyLists();
     replaceFiles();
     replaceLocale();
     replaceNumberReading();

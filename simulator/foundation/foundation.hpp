@@ -11,7 +11,7 @@ void prepareFoundation();
 void addConstantTexts();
 void replaceTimeZone();
 void replaceClock();
-void replacePropertyListReading();
+void replacePropertyLists();
 void replaceFiles();
 void replaceLocale();
 void replaceNumberReading();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 #include "platform/Foundation/NSObject.hpp"
@@ -55,6 +56,9 @@ private:
 /// The bytes begin with `binaryMark`.
 id readBinaryForm(std::string_view bytes);
 inline constexpr std::string_view binaryMark = "bplist00";
+
+/// Throws NoPropertyList for what no such list can hold, or what no reader here would take.
+std::string writeBinaryForm(id root);
 
 id readXMLForm(std::u16string_view text);
 

@@ -14,6 +14,7 @@
 #include "simulator/foundation/foundation.hpp"
 #include "simulator/foundation/phone_root.hpp"
 #include "simulator/foundation/property_list_forms.hpp"
+#include "simulator/foundation/property_list_objects.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/runtime/SimulatedClass.hpp"
 
@@ -25,6 +26,7 @@ namespace simulator {
 namespace {
 
 constexpr NSUInteger binaryFormat = 200;
+constexpr NSInteger NSPropertyListWriteInvalidError = 3852;
 constexpr std::size_t mostBytes = std::size_t{16} << 20;
 
 /// The encoding that a file's first bytes mark, or else its XML declaration names.
@@ -69,6 +71,31 @@ id parse(std::string_view bytes)
     const std::size_t start = text.find_first_not_of(u" \t\r\n");
     const bool isXML = start != std::u16string::npos && text[start] == '<';
     return isXML ? readXMLForm(text) : readOldForm(text);
+}
+
+/// None for what is no property list.
+std::optional<std::string> bytesOf(NSObject* list)
+{
+    try {
+        return writeBinaryForm(list);
+    } catch (const NoPropertyList&) {
+        return std::nullopt;
+    }
+}
+
+NSObject* (*foundationsDataWithPropertyList)(NSObject*, SEL, NSObject*, NSUInteger, NSUInteger, NSError**);
+
+NSObject* dataWithPropertyList(NSObject* self, SEL selector, NSObject* list, NSUInteger format, NSUInteger options,
+                               NSError** error)
+{
+    if (format != binaryFormat || list == nullptr)
+        return foundationsDataWithPropertyList(self, selector, list, format, options, error);
+    if (const auto bytes = bytesOf(list))
+        return dataWith(*bytes);
+    if (error != nullptr)
+        *error = send<"errorWithDomain:code:userInfo:", NSError*>(classNamed<"NSError">(), constantString<"NSCocoaErrorDomain">(),
+                                                                  NSPropertyListWriteInvalidError, id{nullptr});
+    return nullptr;
 }
 
 NSDictionary* dictionaryWithContentsOfFile(NSObject*, SEL, NSString* path)
@@ -116,20 +143,21 @@ NSDictionary* propertyListIn(std::string_view bytes)
 
 void writePropertyList(NSDictionary* root, const std::filesystem::path& file)
 {
-    const id contents = send<"dataWithPropertyList:format:options:error:", id>(
-        classNamed<"NSPropertyListSerialization">(), root, binaryFormat, NSUInteger{0}, static_cast<id*>(nullptr));
-    if (contents == nullptr)
+    const auto contents = bytesOf(root);
+    if (!contents)
         throw std::runtime_error("cannot write " + file.native() + ": it would be no property list");
     std::filesystem::create_directories(file.parent_path());
-    writeWholeFile(file, {send<"bytes", const char*>(contents), send<"length", NSUInteger>(contents)});
+    writeWholeFile(file, *contents);
 }
 
-void replacePropertyListReading()
+void replacePropertyLists()
 {
     replaceMethod<"dictionaryWithContentsOfFile:">(metaclassOf(classNamed<"NSDictionary">()), &dictionaryWithContentsOfFile);
     // Lists whose root is a dictionary alone: nobody here has others.
     replaceMethod<"propertyListWithData:options:format:error:">(metaclassOf(classNamed<"NSPropertyListSerialization">()),
                                                                 &propertyListWithData);
+    foundationsDataWithPropertyList = replaceMethod<"dataWithPropertyList:format:options:error:">(
+        metaclassOf(classNamed<"NSPropertyListSerialization">()), &dataWithPropertyList);
 }
 
 } // namespace simulator
