@@ -226,7 +226,7 @@ BOOL noteOptions(NSObject* self, SEL selector, NSString* path, NSUInteger option
 
 TEST_F(Page, WritesTheFileWholeAndReadableBeforeTheFirstUnlock)
 {
-    previousWrite = simulator::replaceMethod<"writeToFile:options:error:">(objc_getClass("NSMutableDataMalloc"), &noteOptions);
+    previousWrite = simulator::replaceMethod<"writeToFile:options:error:">(objc_getClass("NSDataMalloc"), &noteOptions);
     page.enterName("ana");
     constexpr NSUInteger atomic = 1;
     constexpr NSUInteger withoutProtection = 0x10000000;
