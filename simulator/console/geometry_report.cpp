@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "simulator/console/report.hpp"
 #include "simulator/files/whole_file.hpp"
 
 namespace simulator {

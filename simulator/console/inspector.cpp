@@ -14,6 +14,7 @@
 #include "platform/UIKit/UIImage.hpp"
 #include "platform/runtime/each.hpp"
 #include "simulator/console/BadLine.hpp"
+#include "simulator/console/json_values.hpp"
 #include "simulator/foundation/strings.hpp"
 #include "simulator/loader/injection.hpp"
 
@@ -69,30 +70,6 @@ private:
 };
 
 Json inspectObject(id object, Walk& walk);
-
-/// A whole number has no fraction; what is no number at all is null.
-Json number(double value)
-{
-    constexpr double largestExactWhole = 9007199254740992.0;
-    if (std::trunc(value) == value && std::abs(value) <= largestExactWhole)
-        return static_cast<long long>(value);
-    return std::isfinite(value) ? Json(value) : Json(nullptr);
-}
-
-Json point(CGPoint value)
-{
-    return {number(value.x), number(value.y)};
-}
-
-Json size(CGSize value)
-{
-    return {number(value.width), number(value.height)};
-}
-
-Json rectangle(CGRect value)
-{
-    return {number(value.origin.x), number(value.origin.y), number(value.size.width), number(value.size.height)};
-}
 
 bool isKind(id object, const char* name)
 {
@@ -316,12 +293,6 @@ Json inspectTree(UIView* view)
 {
     Walk walk;
     return view == nullptr ? Json(nullptr) : treeOf(view, namesOfObjects(), walk);
-}
-
-std::string oneLine(const Json& json)
-{
-    constexpr int noIndent = -1;
-    return json.dump(noIndent, ' ', false, Json::error_handler_t::replace);
 }
 
 } // namespace simulator

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
-#include <string>
 
 #include "platform/UIKit/UIView.hpp"
 #include "simulator/console/value.hpp"
@@ -15,8 +14,5 @@ Json inspect(const Value& value);
 
 /// A view with all the views below it, each with the name of the exported variable that holds it; nil gives null.
 Json inspectTree(UIView* view);
-
-/// The JSON text in one line. Bytes that are not UTF-8 become replacement characters.
-std::string oneLine(const Json& json);
 
 } // namespace simulator

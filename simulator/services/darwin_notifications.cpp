@@ -17,11 +17,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Foundation/CFNotificationCenter.hpp"
 #include "simulator/files/Descriptor.hpp"
 #include "simulator/files/processes.hpp"
 #include "simulator/foundation/phone_root.hpp"
-#include "simulator/foundation/strings.hpp"
+#include "simulator/services/notification_center.hpp"
 
 /// Each SpringBoard listens on a socket of its own, named by its process number, in the phone's "/var/run/notifications".
 /// A poster connects to each, sends the name and waits until the other side hangs up, which it does when every observer
@@ -32,18 +31,6 @@ namespace simulator {
 namespace {
 
 constexpr const char* socketFolder = "var/run/notifications";
-
-struct Observer {
-    CFNotificationCallback callback;
-    Owned<NSString> name;
-    void* observer;
-};
-
-std::vector<Observer>& observers()
-{
-    static auto& all = *new std::vector<Observer>;
-    return all;
-}
 
 Descriptor& listener()
 {
@@ -84,16 +71,6 @@ void removeOwnSocket()
 {
     std::error_code ignored;
     std::filesystem::remove(phoneRoot() / socketFolder / std::to_string(::getpid()), ignored);
-}
-
-void tellObservers(const std::string& name)
-{
-    NSString* const posted = toNSString(name);
-    // A copy, since a callback may add an observer.
-    for (const Observer& observer : std::vector<Observer>(observers())) {
-        if (observer.name->isEqualToString(posted))
-            observer.callback(CFNotificationCenterGetDarwinNotifyCenter(), observer.observer, posted, nullptr, nullptr);
-    }
 }
 
 using Clock = std::chrono::steady_clock;
@@ -212,18 +189,7 @@ std::vector<std::string> socketsIn(const std::filesystem::path& folder)
     return names;
 }
 
-std::function<void(const std::string&, const Posting&)>& postingObserver()
-{
-    static auto& observer = *new std::function<void(const std::string&, const Posting&)>;
-    return observer;
-}
-
 } // namespace
-
-void setPostingObserver(std::function<void(const std::string& name, const Posting& posting)> observer)
-{
-    postingObserver() = std::move(observer);
-}
 
 void openDarwinNotifications()
 {
@@ -290,32 +256,3 @@ Posting postDarwinNotification(const std::filesystem::path& root, const std::str
 }
 
 } // namespace simulator
-
-extern "C" {
-
-CFNotificationCenterRef CFNotificationCenterGetDarwinNotifyCenter(void)
-{
-    // The centre is a name for this process's observers; nothing is stored in it.
-    static char center;
-    return reinterpret_cast<CFNotificationCenterRef>(&center);
-}
-
-void CFNotificationCenterAddObserver(CFNotificationCenterRef, const void* observer, CFNotificationCallback callback,
-                                     NSString* name, const void*, CFNotificationSuspensionBehavior)
-{
-    simulator::observers().push_back({callback, name, const_cast<void*>(observer)});
-}
-
-void CFNotificationCenterPostNotification(CFNotificationCenterRef, NSString* name, const void*, NSDictionary*, unsigned char)
-{
-    const std::string text = simulator::toUTF8(name);
-    simulator::Posting posting;
-    try {
-        posting = simulator::postDarwinNotification(simulator::phoneRoot(), text);
-    } catch (const std::system_error& failure) {
-        posting.failures.emplace_back(failure.what());
-    }
-    if (simulator::postingObserver())
-        simulator::postingObserver()(text, posting);
-}
-}
