@@ -21,7 +21,7 @@ file(GLOB processor_sources CONFIGURE_DEPENDS ${processor_patterns} simulator/lo
 add_library(simulator OBJECT ${simulator_sources} ${processor_sources})
 # Classes are looked up by name, so the linker sees no use of Foundation. The loader looks for every symbol of every library in all
 # of them in turn: those that most symbols are in come first.
-target_link_libraries(simulator PUBLIC platform -Wl,--no-as-needed stdc++ gnustep-base objc -Wl,--as-needed
+target_link_libraries(simulator PUBLIC platform -Wl,--no-as-needed -l:libc.so.6 stdc++ gnustep-base objc -Wl,--as-needed
     PkgConfig::icu PkgConfig::pango PkgConfig::libdeflate PkgConfig::libical ${CMAKE_DL_LIBS})
 set(common_headers <algorithm> <filesystem> <functional> <map> <optional> <stdexcept> <string> <vector>)
 precompile_headers(simulator ${common_headers})
