@@ -29,7 +29,7 @@ void requireInstalled(const fs::path& installedTree)
 void fillRoot(const fs::path& root, const fs::path& installedTree)
 {
     requireInstalled(installedTree);
-    const fs::path canonical = fs::weakly_canonical(root);
+    const fs::path canonical = fs::weakly_canonical(fs::absolute(root));
     const fs::path folder = canonical.has_filename() ? canonical : canonical.parent_path();
     fs::create_directories(folder.parent_path());
     const fs::path incoming = nameBeside(folder);

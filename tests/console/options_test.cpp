@@ -190,6 +190,17 @@ TEST(RootOption, FillsANewFolder)
     EXPECT_TRUE(fs::exists(root / "Library/Application Support/Solvane/Badge.png"));
 }
 
+TEST(RootOption, FillsANewFolderOfTheFolderWhereItIsStarted)
+{
+    const Delivery delivery;
+    const fs::path here = delivery.folder() / "here";
+    fs::create_directory(here);
+    const Outcome started =
+        runProgram({"/bin/sh", "-c", "cd \"$0\" && exec \"$1\" --root root --script /dev/null", here, delivery.program()});
+    EXPECT_EQ(started.status, 0) << started.output;
+    expectCompleteTree(here / "root");
+}
+
 TEST(RootOption, FillsAnEmptyFolder)
 {
     const Delivery delivery;
