@@ -139,9 +139,10 @@ void sendHeader(const Replay& r)
     *slot = made;
     message(made, s.setFont, message<id>(c.font, s.fontWithName, k.bold, 18.0));
     message(made, s.setTextAlignment, NSInteger{1});
+    const id digits = format(c.string, s.stringWithFormat, k.monthDigits, month, year);
     const id formatter = message<id>(message<id>(c.formatter, s.alloc), s.init);
     message(formatter, s.setDateFormat, k.monthFormat);
-    const id date = message<id>(formatter, s.dateFromString, format(c.string, s.stringWithFormat, k.monthDigits, month, year));
+    const id date = message<id>(formatter, s.dateFromString, digits);
     message(formatter, s.setDateFormat, k.titleFormat);
     const id text = message<id>(formatter, s.stringFromDate, date);
     objc_release(formatter);
@@ -199,16 +200,23 @@ id cgColour(const Replay& r, id color)
     return message<id>(color, r.s.CGColor);
 }
 
+void sendFont(const Replay& r, id button, id name)
+{
+    const id label = message<id>(button, r.s.titleLabel);
+    message(label, r.s.setFont, message<id>(r.c.font, r.s.fontWithName, name, 12.0));
+}
+
 void sendCell(const Replay& r, const Cell& cell)
 {
     const Selectors& s = r.s;
     message(r.calendar, s.plotCell, static_cast<NSInteger>(cell.x), static_cast<NSInteger>(cell.y), cell.day, BOOL{cell.isGrey});
     const id button = message<id>(r.c.button, s.buttonWithType, NSInteger{0});
     message(button, s.setFrame, CGRect{{cell.x, cell.y}, {45, 45}});
-    const id titleColour = cell.isGrey ? white(r, 0.7, 0.8) : white(r, cell.isToday ? 0.9 : 0.3, cell.isToday ? 1 : 0.7);
-    message(button, s.setTitleColor, titleColour, NSUInteger{0});
-    const id label = message<id>(button, s.titleLabel);
-    message(label, s.setFont, message<id>(r.c.font, s.fontWithName, cell.isToday ? r.k.bold : r.k.plain, 12.0));
+    white(r, 0.8, 0.8);
+    white(r, 0.8, 0.8);
+    const id gradient = message<id>(r.c.gradient, s.layer);
+    message(button, s.setTitleColor, white(r, 0.3, 0.7), NSUInteger{0});
+    sendFont(r, button, r.k.plain);
     message(button, s.setTitle, format(r.c.string, s.stringWithFormat, r.k.number, cell.day), NSUInteger{0});
     message(button, s.setEnabled, BOOL{!cell.isGrey});
     if (!cell.isGrey) {
@@ -217,21 +225,25 @@ void sendCell(const Replay& r, const Cell& cell)
         message(button, s.addTarget, r.calendar, s.deselectDay, NSUInteger{64});
         message(button, s.addTarget, r.calendar, s.deselectDay, NSUInteger{128});
     }
-    const id layer = message<id>(button, s.layer);
-    const id gradient = message<id>(r.c.gradient, s.layer);
+    const id titleColour = cell.isGrey ? white(r, 0.7, 0.8) : white(r, cell.isToday ? 0.9 : 0.3, cell.isToday ? 1 : 0.7);
+    message(button, s.setTitleColor, titleColour, NSUInteger{0});
     id colours[2];
     if (cell.isToday) {
-        colours[0] = cgColour(r, message<id>(r.c.color, s.colorWithRed, 0.0, 0.0, 0.6, 0.5));
-        colours[1] = cgColour(r, message<id>(r.c.color, s.colorWithRed, 0.1, 0.1, 0.8, 0.5));
+        colours[0] = message<id>(r.c.color, s.colorWithRed, 0.0, 0.0, 0.6, 0.5);
+        colours[1] = message<id>(r.c.color, s.colorWithRed, 0.1, 0.1, 0.8, 0.5);
     } else {
         for (id& colour : colours)
-            colour = cgColour(r, cell.isGrey ? white(r, 0.2, 0.1) : white(r, 0.8, 0.8));
+            colour = cell.isGrey ? white(r, 0.2, 0.1) : white(r, 0.8, 0.8);
     }
+    const id bordered = message<id>(button, s.layer);
+    message(bordered, s.setBorderColor, cgColour(r, cell.isGrey ? white(r, 0.6, 0.1) : white(r, 0.1, 0.2)));
+    sendFont(r, button, cell.isToday ? r.k.bold : r.k.plain);
     message(gradient, s.setFrame, CGRect{{0, 0}, {45, 45}});
+    for (id& colour : colours)
+        colour = cgColour(r, colour);
     message(gradient, s.setColors, message<id>(r.c.array, s.arrayWithObjects, &colours[0], NSUInteger{2}));
-    message(layer, s.insertSublayer, gradient, 0U);
-    message(layer, s.setBorderColor, cgColour(r, cell.isGrey ? white(r, 0.6, 0.1) : white(r, 0.1, 0.2)));
-    message(layer, s.setBorderWidth, 1.0);
+    message(message<id>(button, s.layer), s.insertSublayer, gradient, 0U);
+    message(message<id>(button, s.layer), s.setBorderWidth, 1.0);
     message(r.calendar, s.addSubview, button);
 }
 
