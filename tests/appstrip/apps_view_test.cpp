@@ -14,6 +14,7 @@
 #include "tests/support/encoded_here.hpp"
 #include "tests/support/list_items.hpp"
 #include "tests/support/live_objects.hpp"
+#include "tests/support/objects.hpp"
 #include "tests/support/strip.hpp"
 
 /// The strip of the applications that have notifications: icons, badges, the row, and how it is emptied.
@@ -180,6 +181,13 @@ TEST_F(AppsView, DeclaresItsProperties)
     EXPECT_EQ(attributesOf("items"), "T@\"NSMutableArray\",&,N,V_items");
     EXPECT_EQ(attributesOf("iconImgViews"), "T@\"NSMutableDictionary\",&,N,V_iconImgViews");
     EXPECT_EQ(attributesOf("frames"), "none");
+}
+
+TEST_F(AppsView, KeepsItsListAndItsIconsInVariablesOfTheirNames)
+{
+    arrive(mail);
+    EXPECT_EQ(variable<NSObject*>(strip_, "_items"), list_.get());
+    EXPECT_EQ(variable<NSObject*>(strip_, "_iconImgViews"), (send<"iconImgViews", NSObject*>(strip_.get())));
 }
 
 TEST_F(AppsView, KeepsTheVeryListAndLetsThePreviousGo)
