@@ -78,14 +78,14 @@ struct UnwindTable {
     std::uintptr_t entry;
 };
 
-struct UnwindTables {
+struct RegisteredTables {
     std::mutex mutex;
     std::vector<UnwindTable> tables;
 };
 
-UnwindTables& unwindTables()
+RegisteredTables& registeredTables()
 {
-    static auto& registered = *new UnwindTables;
+    static auto& registered = *new RegisteredTables;
     return registered;
 }
 
@@ -157,12 +157,12 @@ UnwindTables registerUnwindTables(const MachOFile& file, const std::byte* start)
     words[3] = distance(words + 3, placeOf(4));
     words[4] = distance(words + 4, placeOf(0));
 
-    const std::lock_guard lock(unwindTables().mutex);
+    const std::lock_guard lock(registeredTables().mutex);
     const auto first = std::bit_cast<std::uintptr_t>(start);
-    unwindTables().tables.push_back({first, first + end, placeOf(2)});
+    registeredTables().tables.push_back({first, first + end, placeOf(2)});
     return {start, [](const void* gone) {
-                const std::lock_guard lock(unwindTables().mutex);
-                std::erase_if(unwindTables().tables,
+                const std::lock_guard lock(registeredTables().mutex);
+                std::erase_if(registeredTables().tables,
                               [first = std::bit_cast<std::uintptr_t>(gone)](const auto& table) { return table.start == first; });
             }};
 }
@@ -174,8 +174,8 @@ extern "C" [[gnu::visibility("default")]] _Unwind_Ptr __gnu_Unwind_Find_exidx(_U
 {
     static const auto machines =
         reinterpret_cast<_Unwind_Ptr (*)(_Unwind_Ptr, int*)>(dlsym(RTLD_NEXT, "__gnu_Unwind_Find_exidx"));
-    const std::lock_guard lock(simulator::macho::armv7::unwindTables().mutex);
-    for (const auto& [start, end, entry] : simulator::macho::armv7::unwindTables().tables) {
+    const std::lock_guard lock(simulator::macho::armv7::registeredTables().mutex);
+    for (const auto& [start, end, entry] : simulator::macho::armv7::registeredTables().tables) {
         if (start <= address && address < end) {
             *count = 1;
             return entry;
