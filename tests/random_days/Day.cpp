@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
@@ -67,7 +68,11 @@ public:
             begin_ = 0;
             pollfd waited{output_, POLLIN, 0};
             std::array<char, 65536> block;
-            const ssize_t count = ::poll(&waited, 1, patience) > 0 ? ::read(output_, block.data(), block.size()) : 0;
+            const int ready = ::poll(&waited, 1, patience);
+            const ssize_t count = ready > 0 ? ::read(output_, block.data(), block.size()) : ready;
+            // A fuzzer's own alarm clock rings meanwhile.
+            if (count < 0 && errno == EINTR)
+                continue;
             if (count <= 0)
                 return std::nullopt;
             unread_.append(block.data(), static_cast<std::size_t>(count));
@@ -127,7 +132,7 @@ std::optional<std::string> compare(const Expectation& expected, Conversation& ph
     }
     const auto state = phone.line();
     const auto log = phone.line();
-    if (!log)
+    if (!state || !log)
         return std::nullopt;
     const auto found = nlohmann::json::parse(*state, nullptr, false);
     if (!found.is_string())
